@@ -1,0 +1,30 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+namespace quintara {
+
+/// True when `bytes` are well-formed UTF-8: no overlong form, surrogate, or value past U+10FFFF.
+bool IsUtf8(std::string_view bytes);
+
+/// UTF-8 text in capitals, character by character, whatever the locale; "ß" stays.
+/// Failure 5 when `text` isn't UTF-8.
+std::string Capitals(std::string_view text);
+
+/// True when `text` matches `pattern` as a whole: "*" stands for any run of characters, the empty
+/// one included, "?" for exactly one. Capitals are ignored. Both are UTF-8.
+bool MatchesPattern(std::string_view pattern, std::string_view text);
+
+/// UTF-8 as a path of this platform, and back.
+std::filesystem::path ToPath(std::string_view utf8);
+std::string FromPath(const std::filesystem::path& path);
+
+/// UTF-8 to Windows-1252: one byte for each UTF-16 unit, "?" for a character outside the page.
+std::string ToCodePage1252(std::string_view utf8);
+/// Windows-1252 to UTF-8. The five bytes that the page leaves open become the C1 control of the
+/// same number, as the platform's own conversion does.
+std::string FromCodePage1252(std::string_view bytes);
+
+}  // namespace quintara

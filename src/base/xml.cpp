@@ -1,0 +1,224 @@
+#include "base/xml.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cstdint>
+#include <cstring>
+#include <optional>
+#include <unordered_set>
+#include <vector>
+
+#include "base/text.h"
+
+namespace quintara {
+namespace {
+
+constexpr int kRefused = 100;
+
+// Texts stay undecoded, so that a reference that isn't defined can be told from an escaped "&".
+constexpr unsigned kParseOptions = pugi::parse_cdata | pugi::parse_eol | pugi::parse_wconv_attribute |
+                                   pugi::parse_pi | pugi::parse_comments | pugi::parse_declaration |
+                                   pugi::parse_doctype | pugi::parse_fragment;
+
+using Fault = std::optional<std::string>;
+
+bool IsForbiddenControl(unsigned char byte) {
+  return byte < 0x20 && byte != '\t' && byte != '\n' && byte != '\r';
+}
+
+Fault FaultInBytes(std::string_view bytes) {
+  if (bytes.empty()) return "the file is empty";
+  if (!IsUtf8(bytes)) return "the text is not valid UTF-8";
+  if (std::any_of(bytes.begin(), bytes.end(), IsForbiddenControl)) return "a control character is not allowed here";
+  if (bytes.find("\xEF\xBF\xBE") != bytes.npos || bytes.find("\xEF\xBF\xBF") != bytes.npos) {
+    return "a character is not allowed here";
+  }
+  return {};
+}
+
+void AppendCharacter(std::string& text, std::uint32_t character) {
+  if (character < 0x80) {
+    text += static_cast<char>(character);
+    return;
+  }
+  const int more = character < 0x800 ? 1 : character < 0x10000 ? 2 : 3;
+  constexpr unsigned char kLead[] = {0, 0xC0, 0xE0, 0xF0};
+  text += static_cast<char>(kLead[more] | (character >> (6 * more)));
+  for (int i = more - 1; i >= 0; --i) text += static_cast<char>(0x80 | ((character >> (6 * i)) & 0x3F));
+}
+
+bool IsXmlCharacter(std::uint32_t c) {
+  return c == '\t' || c == '\n' || c == '\r' || (c >= 0x20 && c <= 0xD7FF) || (c >= 0xE000 && c <= 0xFFFD) ||
+         (c >= 0x10000 && c <= 0x10FFFF);
+}
+
+// `name` is what stands between "&" and ";".
+bool AppendReference(std::string& text, std::string_view name) {
+  if (name == "amp") return text += '&', true;
+  if (name == "lt") return text += '<', true;
+  if (name == "gt") return text += '>', true;
+  if (name == "quot") return text += '"', true;
+  if (name == "apos") return text += '\'', true;
+  if (!name.starts_with('#')) return false;
+  const bool hexadecimal = name.starts_with("#x");
+  const auto digits = name.substr(hexadecimal ? 2 : 1);
+  std::uint32_t character = 0;
+  const auto end = digits.data() + digits.size();
+  const auto read = std::from_chars(digits.data(), end, character, hexadecimal ? 16 : 10);
+  if (read.ec != std::errc{} || read.ptr != end || !IsXmlCharacter(character)) return false;
+  AppendCharacter(text, character);
+  return true;
+}
+
+std::optional<std::string> Decoded(std::string_view raw) {
+  std::string text;
+  text.reserve(raw.size());
+  while (!raw.empty()) {
+    const auto ampersand = raw.find('&');
+    text += raw.substr(0, ampersand);
+    if (ampersand == raw.npos) break;
+    const auto end = raw.find(';', ampersand);
+    if (end == raw.npos || !AppendReference(text, raw.substr(ampersand + 1, end - ampersand - 1))) return {};
+    raw.remove_prefix(end + 1);
+  }
+  return text;
+}
+
+bool HasDoubledAttribute(XmlNode element) {
+  constexpr int kFewEnoughForPairs = 24;
+  int count = 0;
+  for (auto attribute : element.attributes()) {
+    if (++count > kFewEnoughForPairs) break;
+    for (auto other = attribute.next_attribute(); other; other = other.next_attribute()) {
+      if (std::strcmp(attribute.name(), other.name()) == 0) return true;
+    }
+  }
+  if (count <= kFewEnoughForPairs) return false;
+  std::unordered_set<std::string_view> names;
+  return !std::ranges::all_of(element.attributes(), [&](auto each) { return names.insert(each.name()).second; });
+}
+
+Fault DecodeAttributes(XmlNode element) {
+  if (HasDoubledAttribute(element)) return "an attribute of <" + std::string(element.name()) + "> stands twice";
+  for (auto attribute : element.attributes()) {
+    const char* const value = attribute.value();
+    const char* const special = std::strpbrk(value, "&<");
+    if (special == nullptr) continue;
+    const auto text = std::strchr(special, '<') == nullptr ? Decoded(value) : std::nullopt;
+    if (!text) return "the value of attribute " + std::string(attribute.name()) + " is not well-formed";
+    attribute.set_value(text->c_str());
+  }
+  return {};
+}
+
+Fault DecodeText(XmlNode node) {
+  if (std::strstr(node.value(), "]]>") != nullptr) return "\"]]>\" is not allowed in a text";
+  if (std::strchr(node.value(), '&') == nullptr) return {};
+  const auto text = Decoded(node.value());
+  if (!text) return "a text holds a reference that is not defined";
+  node.set_value(text->c_str());
+  return {};
+}
+
+bool IsReservedTarget(XmlNode node) {
+  return Capitals(node.name()) == "XML";
+}
+
+Fault FaultInNode(XmlNode node) {
+  switch (node.type()) {
+    case pugi::node_element: return DecodeAttributes(node);
+    case pugi::node_pcdata: return DecodeText(node);
+    case pugi::node_comment:
+      if (std::strstr(node.value(), "--") != nullptr) return "\"--\" is not allowed in a comment";
+      return {};
+    case pugi::node_doctype: return "a document type declaration is not accepted";
+    case pugi::node_declaration: return "an XML declaration stands elsewhere than at the start";
+    case pugi::node_pi:
+      if (IsReservedTarget(node)) return "a processing instruction has a reserved name";
+      return {};
+    default: return {};
+  }
+}
+
+Fault FaultInDeclaration(XmlNode declaration) {
+  const std::string encoding = Capitals(declaration.attribute("encoding").value());
+  if (encoding.empty() || encoding == "UTF-8" || encoding == "US-ASCII") return {};
+  return "the encoding is " + encoding + ", only UTF-8 is accepted";
+}
+
+Fault FaultInTopLevel(XmlNode document) {
+  int roots = 0;
+  for (auto node : document.children()) {
+    if (node.type() == pugi::node_element) ++roots;
+    if (node.type() == pugi::node_cdata || node.type() == pugi::node_pcdata) return "text stands outside the root element";
+  }
+  if (roots == 0) return "there is no root element";
+  if (roots > 1) return "there is more than one root element";
+  return {};
+}
+
+XmlNode NextInDocumentOrder(XmlNode node, XmlNode top) {
+  if (node.first_child()) return node.first_child();
+  while (node != top && !node.next_sibling()) node = node.parent();
+  return node == top ? XmlNode() : node.next_sibling();
+}
+
+Fault FaultInTree(XmlNode document, bool startsWithDeclaration) {
+  const XmlNode first = document.first_child();
+  const bool declared = first.type() == pugi::node_declaration && startsWithDeclaration;
+  if (declared) {
+    if (auto fault = FaultInDeclaration(first)) return fault;
+  }
+  for (auto node = first; node; node = NextInDocumentOrder(node, document)) {
+    if (declared && node == first) continue;
+    if (auto fault = FaultInNode(node)) return fault;
+  }
+  return FaultInTopLevel(document);
+}
+
+std::string At(std::string_view bytes, std::ptrdiff_t offset) {
+  const auto before = bytes.substr(0, std::min(bytes.size(), static_cast<std::size_t>(std::max<std::ptrdiff_t>(offset, 0))));
+  const auto line = std::count(before.begin(), before.end(), '\n') + 1;
+  const auto lineStart = before.rfind('\n');
+  const auto column = before.size() - (lineStart == before.npos ? 0 : lineStart + 1) + 1;
+  return " (line " + std::to_string(line) + ", column " + std::to_string(column) + ")";
+}
+
+struct TextWriter : pugi::xml_writer {
+  std::string text;
+  void write(const void* data, std::size_t size) override { text.append(static_cast<const char*>(data), size); }
+};
+
+}  // namespace
+
+bool XmlDocument::Parse(std::string_view bytes) {
+  constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+  error_ = {};
+  document_.reset();
+  if (bytes.starts_with(kByteOrderMark)) bytes.remove_prefix(kByteOrderMark.size());
+  if (auto fault = FaultInBytes(bytes)) {
+    error_ = {kRefused, *fault};
+    return false;
+  }
+  const auto parsed = document_.load_buffer(bytes.data(), bytes.size(), kParseOptions, pugi::encoding_utf8);
+  if (!parsed) {
+    error_ = {static_cast<int>(parsed.status), parsed.description() + At(bytes, parsed.offset)};
+  } else if (auto fault = FaultInTree(document_, bytes.starts_with("<?xml"))) {
+    error_ = {kRefused, *fault};
+  }
+  if (error_.code != 0) document_.reset();
+  return error_.code == 0;
+}
+
+std::string XmlDocument::Text() const {
+  TextWriter writer;
+  document_.save(writer, "", pugi::format_raw | pugi::format_no_declaration, pugi::encoding_utf8);
+  return std::move(writer.text);
+}
+
+std::string_view BaseName(std::string_view qualifiedName) noexcept {
+  const auto colon = qualifiedName.find(':');
+  return colon == qualifiedName.npos ? qualifiedName : qualifiedName.substr(colon + 1);
+}
+
+}  // namespace quintara
