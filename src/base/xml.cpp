@@ -8,6 +8,7 @@
 #include <unordered_set>
 #include <vector>
 
+#include "base/failure.h"
 #include "base/text.h"
 
 namespace quintara {
@@ -184,6 +185,18 @@ std::string At(std::string_view bytes, std::ptrdiff_t offset) {
   return " (line " + std::to_string(line) + ", column " + std::to_string(column) + ")";
 }
 
+// The library writes control characters as references, forbidden ones too.
+bool HasForbiddenReference(std::string_view text) {
+  constexpr std::string_view kStart = "&#";
+  for (auto at = text.find(kStart); at != text.npos; at = text.find(kStart, at + 1)) {
+    const auto reference = text.substr(at + kStart.size(), 3);
+    if (!reference.starts_with("9;") && !reference.starts_with("09;") && reference != "10;" && reference != "13;") {
+      return true;
+    }
+  }
+  return false;
+}
+
 struct TextWriter : pugi::xml_writer {
   std::string text;
   void write(const void* data, std::size_t size) override { text.append(static_cast<const char*>(data), size); }
@@ -213,6 +226,9 @@ bool XmlDocument::Parse(std::string_view bytes) {
 std::string XmlDocument::Text() const {
   TextWriter writer;
   document_.save(writer, "", pugi::format_raw | pugi::format_no_declaration, pugi::encoding_utf8);
+  auto fault = FaultInBytes(writer.text);
+  if (!fault && HasForbiddenReference(writer.text)) fault = "a control character is not allowed here";
+  if (fault) throw Failure(failure::kInvalidCall, "The XML document can't be written: " + *fault);
   return std::move(writer.text);
 }
 

@@ -28,7 +28,8 @@ class XmlDocument {
   XmlNode Node() const noexcept { return document_; }
   XmlNode Root() const noexcept { return document_.document_element(); }
 
-  /// The whole document as UTF-8, without any white space of its own.
+  /// The whole document as UTF-8, without any white space of its own. Failure 5 when a name or
+  /// text in it can't be kept in XML: no reader would take it.
   std::string Text() const;
 
  private:

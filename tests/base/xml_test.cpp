@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "base/failure.h"
+
 namespace quintara {
 namespace {
 
@@ -86,6 +88,25 @@ TEST(XmlDocument, WritesWhatItReads) {
   ASSERT_TRUE(document.Parse(text));
 
   EXPECT_EQ(document.Text(), text);
+}
+
+TEST(XmlDocument, WritesNothingThatItWouldNotRead) {
+  for (const std::string value : {"\x01", "a\x1F", "\xFF", "\xC3"}) {
+    XmlDocument document;
+    document.Node().append_child("a").append_attribute("b") = value.c_str();
+
+    EXPECT_THROW(document.Text(), Failure) << value;
+  }
+}
+
+TEST(XmlDocument, KeepsWhiteSpaceInAnAttribute) {
+  XmlDocument document;
+  document.Node().append_child("a").append_attribute("b") = "\t \r\n";
+  XmlDocument again;
+
+  ASSERT_TRUE(again.Parse(document.Text()));
+
+  EXPECT_STREQ(again.Root().attribute("b").value(), "\t \r\n");
 }
 
 TEST(XmlDocument, ReadsADeepTreeWithoutTheStack) {

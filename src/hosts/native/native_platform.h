@@ -1,0 +1,59 @@
+#pragma once
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "access/contracts/platform.h"
+#include "hosts/gate/gate.h"
+
+namespace quintara {
+
+/// The platform without the closed systems: a table of running objects in this process, the files
+/// of this machine, and boxes that whoever made the platform answers.
+class NativePlatform : public Platform {
+ public:
+  /// Answers a box with a button code.
+  using BoxHandler = std::function<int(const std::string& text, int style, const std::string& title)>;
+  using Maker = std::function<Ref<AnyObject>()>;
+
+  NativePlatform(std::shared_ptr<Gate> gate, BoxHandler showBox);
+
+  /// Makes `object` the running one of `programName`; nothing takes it out of the table.
+  void Register(const std::string& programName, const Ref<AnyObject>& object);
+  /// Makes `Create` of `programName` call `maker`. "Scripting.FileSystemObject" has one from the
+  /// start.
+  void RegisterMaker(const std::string& programName, Maker maker);
+  /// Called at each sleep, after it. Listeners are called in the order in which they came.
+  void OnSleep(std::function<void()> listener);
+  /// Called at each `Yield`, in the same way.
+  void OnYield(std::function<void()> listener);
+
+  Ref<AnyObject> Attach(const std::string& programName) override;
+  Ref<AnyObject> Create(const std::string& programName) override;
+  Ref<FileSystemObject> FileSystem() override;
+  FileContents& Contents() override;
+  int ShowBox(const std::string& text, int style, const std::string& title) override;
+  std::string Environment(const std::string& name) override;
+  void Sleep(int milliseconds) override;
+  void Yield() override;
+  void LogEvent(const std::string& logPath, const std::string& text, int type) override;
+
+ protected:
+  /// What a sleep does before the listeners are called: blocks the thread.
+  virtual void Pause(int milliseconds);
+
+ private:
+  std::shared_ptr<Gate> gate_;
+  BoxHandler showBox_;
+  std::map<std::string, Ref<AnyObject>> running_;
+  std::map<std::string, Maker> makers_;
+  std::vector<std::function<void()>> onSleep_;
+  std::vector<std::function<void()>> onYield_;
+  Ref<FileSystemObject> fileSystem_;
+  std::shared_ptr<FileContents> contents_;
+};
+
+}  // namespace quintara

@@ -1,0 +1,93 @@
+#include "matrix/Cls_Matrice.h"
+
+#include <utility>
+
+#include "access/session/the_platform.h"
+#include "matrix/guarded.h"
+
+namespace quintara {
+namespace {
+
+std::string Quoted(const std::string& path) {
+  return "\"" + path + "\"";
+}
+
+}  // namespace
+
+Cls_Matrice::Cls_Matrice(MatrixDocumentMaker makeDocument) : makeDocument_(std::move(makeDocument)) {}
+
+void Cls_Matrice::ShowCritical(const std::string& text) {
+  ThePlatform().ShowBox(text, box::kCritical, "QNTR");
+}
+
+void Cls_Matrice::EnsureUtils() {
+  if (!utils_) utils_ = std::make_unique<Cls_Utils>();
+}
+
+std::unique_ptr<MatrixDocument> Cls_Matrice::NewDocument() const {
+  return makeDocument_ ? makeDocument_() : std::make_unique<MatrixDocument>();
+}
+
+// Nothing when the file can't be used, which the user has been told then.
+std::unique_ptr<MatrixDocument> Cls_Matrice::LoadDocument(const std::string& path) {
+  auto document = NewDocument();
+  if (!document->Load(path)) {
+    ShowCritical("Error in loading XML file " + Quoted(path) + " : " + document->ParseError().reason);
+    return nullptr;
+  }
+  if (const auto error = document->ParseError(); error.code != 0) {
+    ShowCritical("Error in reading XML file " + Quoted(path) + " : " + error.reason);
+    return nullptr;
+  }
+  return document;
+}
+
+bool Cls_Matrice::CreateXMLFile(const Ref<zorva::Product>& RootProduct, const std::string& XMLFullPath) {
+  return Guarded("CreateXMLFile", [&] {
+    EnsureUtils();
+    const auto document = NewDocument();
+    auto instruction = document->Node().append_child(pugi::node_pi);
+    instruction.set_name("xml");
+    instruction.set_value("version='1.0' encoding='UTF-8'");
+    if (!ParseZORVATree(RootProduct, document->Node())) return false;
+    if (const auto error = document->ParseError(); error.code != 0) {
+      ShowCritical("The XML File contains some errors : " + error.reason);
+      return false;
+    }
+    document->Save(XMLFullPath);
+    utils_.reset();
+    return true;
+  });
+}
+
+bool Cls_Matrice::ProcessXMLFile(const Ref<zorva::Product>& RootProduct, const std::string& XMLFullPath) {
+  return Guarded("ProcessXMLFile", [&] {
+    EnsureUtils();
+    const auto document = LoadDocument(XMLFullPath);
+    if (!document) return false;
+    FlatProduct product{RootProduct, RootProduct->Products(), {}, {}};
+    product.count = product.children->Count();
+    if (product.count <= 0) return true;
+    TakeStock(product);
+    MatrixIndex index(document->Node());
+    return PlaceChildren(product, index);
+  });
+}
+
+bool Cls_Matrice::PositionAllInstances(const Ref<zorva::Product>& RootProduct, const std::string& XMLFullPath,
+                                       bool AllInstancesChecked, const Ref<zorva::Selection>& MySelection) {
+  return Guarded("PositionAllInstances", [&] {
+    EnsureUtils();
+    const auto document = LoadDocument(XMLFullPath);
+    if (!document) return false;
+    FlatProduct product{RootProduct, RootProduct->Products(), {}, {}};
+    product.count = product.children->Count();
+    if (product.count <= 0) return true;
+    TakeStock(product);
+    ThinOut(product);
+    MatrixIndex index(document->Node());
+    return PlaceAllInstances(product, index, AllInstancesChecked, MySelection);
+  });
+}
+
+}  // namespace quintara

@@ -1,0 +1,105 @@
+#pragma once
+
+#include <memory>
+#include <span>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "access/contracts/position_matrix.h"
+#include "access/contracts/zorva.h"
+#include "access/utils/Cls_Utils.h"
+#include "base/counter16.h"
+#include "base/ref.h"
+#include "matrix/child_part_numbers.h"
+#include "matrix/matrix_document.h"
+#include "matrix/matrix_index.h"
+#include "matrix/xml_element.h"
+
+namespace quintara {
+
+/// Writes the matrix of a product, and places the components of a flat product from one.
+///
+/// The matrix is an XML file: the processing instruction, then one element for each node of the
+/// product tree, "PRODUCT" with children and "PART" without, nested as the tree is. Fifteen
+/// attributes each: PART_NUMBER, INSTANCE_NAME, FULL_INSTANCE_NAME and the twelve numbers of the
+/// position in the parent, XX, XY, XZ, YX ... ZO. Numbers have "." as separator and read back to
+/// the same bits.
+///
+/// Whatever fails is shown in a critical box, titled "QNTR", that names the operation, and gives
+/// False; nothing is thrown. A file or a product with more than 32,767 elements, children or
+/// attributes of an element overflows the counters.
+class Cls_Matrice {
+ public:
+  /// Uses documents on the platform's files unless told otherwise.
+  explicit Cls_Matrice(MatrixDocumentMaker makeDocument = {});
+
+  /// Writes the matrix of `RootProduct` to `XMLFullPath`, in place of a file of that name. False
+  /// without a box, and without a file, when the walk of the tree fails, above all at a product
+  /// without part number.
+  bool CreateXMLFile(const Ref<zorva::Product>& RootProduct, const std::string& XMLFullPath);
+
+  /// Places each child of `RootProduct` at the next free element of its part number, in the frame
+  /// of the matrix's root. A child more than there are elements repeats the position given last.
+  /// False when a child's part number has no element; the children before it keep their place.
+  bool ProcessXMLFile(const Ref<zorva::Product>& RootProduct, const std::string& XMLFullPath);
+
+  /// Takes the children of one part number together, places each at its first element, and, with
+  /// `AllInstancesChecked`, makes a copy for every further element through `MySelection`, the
+  /// selection of the active document. Children get the full instance name of their element.
+  bool PositionAllInstances(const Ref<zorva::Product>& RootProduct, const std::string& XMLFullPath,
+                            bool AllInstancesChecked, const Ref<zorva::Selection>& MySelection);
+
+ private:
+  friend class MatriceInternals;  // the tests' way to the private operations
+
+  // One product, document and list of children on its way through an operation.
+  struct FlatProduct {
+    Ref<zorva::Product> root;
+    Ref<zorva::Products> children;
+    Counter16 count;
+    ChildPartNumbers partNumbers;
+  };
+  // The records of one part number, as numbers of elements in document order.
+  struct PNInstances {
+    std::vector<int> elements;
+    std::size_t used = 0;  // how many of them have been given away
+  };
+  using InstanceCache = std::unordered_map<std::string, PNInstances>;
+
+  template <class Body>
+  bool Guarded(const char* operation, Body&& body);
+  void ShowCritical(const std::string& text);
+  void EnsureUtils();
+  std::unique_ptr<MatrixDocument> NewDocument() const;
+  std::unique_ptr<MatrixDocument> LoadDocument(const std::string& path);
+
+  bool ParseZORVATree(const Ref<zorva::Product>& Product, XmlNode Document);
+
+  bool ConvertNodeToXMLElement(XmlNode Node, XMLElement& Element);
+  bool ConvertOnce(MatrixIndex& Document, int element);
+  bool ConvertXMLElementToMatrix(const XMLElement& Element, std::span<double> Matrix);
+  bool MultiplicateMatrixes(std::span<const double> MatriceFils, std::span<const double> MatricePere,
+                            std::span<double> Result);
+
+  bool CheckPN(std::string_view PartNumber, const ChildPartNumbers& Children, bool& Found);
+  bool CheckIfParentsAreUsed(const MatrixIndex& Document, int Node, const ChildPartNumbers& Children, bool& Used);
+  bool GetInstancesFromPN(MatrixIndex& Document, const std::string& PartNumber, const ChildPartNumbers& Children,
+                          std::vector<int>& Instances);
+  bool PositionnerXML(MatrixIndex& Document, const XMLElement& Element, PositionMatrix& OutMatrix);
+
+  void TakeStock(FlatProduct& product);
+  bool PlaceChildren(const FlatProduct& product, MatrixIndex& document);
+  void ThinOut(FlatProduct& product);
+  bool PlaceAllInstances(const FlatProduct& product, MatrixIndex& document, bool allInstances,
+                         const Ref<zorva::Selection>& selection);
+  bool PlaceEachInstance(const FlatProduct& product, MatrixIndex& document, const Ref<zorva::Product>& source,
+                         const std::vector<int>& elements, const Ref<zorva::Selection>& selection,
+                         Counter16& lastIndex);
+
+  MatrixDocumentMaker makeDocument_;
+  std::unique_ptr<Cls_Utils> utils_;
+};
+
+}  // namespace quintara

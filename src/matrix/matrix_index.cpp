@@ -1,0 +1,116 @@
+#include "matrix/matrix_index.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <limits>
+
+#include "base/arrays.h"
+#include "base/counter16.h"
+#include "base/failure.h"
+
+namespace quintara {
+namespace {
+
+constexpr std::size_t kMost = std::numeric_limits<std::int16_t>::max();
+
+XmlNode FirstElement(XmlNode node) {
+  while (node && node.type() != pugi::node_element) node = node.next_sibling();
+  return node;
+}
+
+}  // namespace
+
+void MatrixIndex::Build() {
+  if (isBuilt_) return;
+  elements_.clear();
+  int parent = kNone;
+  for (auto node = FirstElement(document_.first_child()); node; node = Next(node, parent)) {
+    elements_.push_back({node, parent, kNone});
+    Counter16(elements_.size());
+  }
+  byFullName_.reserve(elements_.size());
+  for (int element = 0; element < Size(); ++element) ReadAttributes(element);
+  records_.resize(elements_.size());
+  isBuilt_ = true;
+}
+
+// The element behind `node` in document order; `parent` is that of `node` and becomes that of the
+// result.
+XmlNode MatrixIndex::Next(XmlNode node, int& parent) const {
+  if (const auto child = FirstElement(node.first_child())) {
+    parent = Size() - 1;
+    return child;
+  }
+  for (;;) {
+    if (const auto sibling = FirstElement(node.next_sibling())) return sibling;
+    if (parent == kNone) return {};
+    const auto& above = elements_[static_cast<std::size_t>(parent)];
+    node = above.node;
+    parent = above.parent;
+  }
+}
+
+void MatrixIndex::ReadAttributes(int element) {
+  auto& entry = elements_[static_cast<std::size_t>(element)];
+  bool hasFullName = false;
+  std::size_t count = 0;
+  for (const auto attribute : entry.node.attributes()) {
+    ++count;
+    const auto name = BaseName(attribute.name());
+    if (name == "PART_NUMBER" && entry.partNumberId == kNone) {
+      entry.partNumberId = IdOf(attribute.value());
+      byPartNumber_[static_cast<std::size_t>(entry.partNumberId)].push_back(element);
+    } else if (name == "FULL_INSTANCE_NAME" && !hasFullName) {
+      hasFullName = true;
+      byFullName_.try_emplace(attribute.value(), element);
+    }
+  }
+  if (count > kMost && firstOverlong_ == kNone) firstOverlong_ = element;
+}
+
+int MatrixIndex::IdOf(std::string_view partNumber) {
+  const auto [at, isNew] = partNumberIds_.try_emplace(partNumber, static_cast<int>(partNumbers_.size()));
+  if (isNew) {
+    partNumbers_.push_back(partNumber);
+    byPartNumber_.emplace_back();
+  }
+  return at->second;
+}
+
+const std::vector<int>& MatrixIndex::WithPartNumber(std::string_view partNumber) const {
+  static const std::vector<int> kNoElements;
+  const auto found = partNumberIds_.find(partNumber);
+  return found == partNumberIds_.end() ? kNoElements : byPartNumber_[static_cast<std::size_t>(found->second)];
+}
+
+int MatrixIndex::FindByFullName(std::string_view fullName) const {
+  if (elements_.empty()) throw Failure(failure::kObjectNotSet);
+  const auto found = byFullName_.find(fullName);
+  return found == byFullName_.end() ? Size() - 1 : found->second;
+}
+
+void MatrixIndex::CheckScanUpTo(int element) const {
+  if (firstOverlong_ != kNone && firstOverlong_ <= element) throw Failure(failure::kOverflow);
+}
+
+std::string_view MatrixIndex::PartNumberOf(int partNumberId) const {
+  return ElementAt(partNumbers_, partNumberId);
+}
+
+XmlNode MatrixIndex::Node(int element) const {
+  return ElementAt(elements_, element).node;
+}
+
+int MatrixIndex::Parent(int element) const {
+  return ElementAt(elements_, element).parent;
+}
+
+int MatrixIndex::PartNumberId(int element) const {
+  return ElementAt(elements_, element).partNumberId;
+}
+
+MatrixIndex::Record& MatrixIndex::RecordOf(int element) {
+  return ElementAt(records_, element);
+}
+
+}  // namespace quintara

@@ -1,0 +1,72 @@
+#pragma once
+
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "base/xml.h"
+#include "matrix/xml_element.h"
+
+namespace quintara {
+
+/// Stands in for the scans of a loaded matrix document: finds elements by part number and by full
+/// name as a scan of all elements in document order would, and keeps what was converted. The
+/// document must live longer and stay unchanged. Elements are numbered from 0 in document order.
+class MatrixIndex {
+ public:
+  static constexpr int kNone = -1;
+
+  explicit MatrixIndex(XmlNode document) : document_(document) {}
+
+  /// Reads the tree, at the first call only. Failure 6 for more than 32,767 elements.
+  void Build();
+
+  /// The elements whose first PART_NUMBER attribute is `partNumber`, in document order.
+  const std::vector<int>& WithPartNumber(std::string_view partNumber) const;
+  /// The first element whose first FULL_INSTANCE_NAME attribute is `fullName`; the last element of
+  /// the document if there is none. Failure 91 for a document without elements.
+  int FindByFullName(std::string_view fullName) const;
+  /// Failure 6 when a scan that reaches `element` meets one with more than 32,767 attributes,
+  /// where the scan's counter ends.
+  void CheckScanUpTo(int element) const;
+  void CheckWholeScan() const { CheckScanUpTo(Size() - 1); }
+
+  int Size() const noexcept { return static_cast<int>(elements_.size()); }
+  XmlNode Node(int element) const;
+  /// The element above, or `kNone` for the root element.
+  int Parent(int element) const;
+  /// A number that stands for the element's part number, or `kNone` without the attribute.
+  int PartNumberId(int element) const;
+  int PartNumberIds() const noexcept { return static_cast<int>(partNumbers_.size()); }
+  std::string_view PartNumberOf(int partNumberId) const;
+
+  /// Room for the converted record of an element; `isConverted` tells whether it is filled.
+  struct Record {
+    bool isConverted = false;
+    XMLElement element;
+  };
+  Record& RecordOf(int element);
+
+ private:
+  struct Entry {
+    XmlNode node;
+    int parent = kNone;
+    int partNumberId = kNone;
+  };
+
+  XmlNode Next(XmlNode node, int& parent) const;
+  void ReadAttributes(int element);
+  int IdOf(std::string_view partNumber);
+
+  XmlNode document_;
+  bool isBuilt_ = false;
+  std::vector<Entry> elements_;
+  std::vector<Record> records_;
+  std::unordered_map<std::string_view, int> partNumberIds_;
+  std::vector<std::string_view> partNumbers_;
+  std::vector<std::vector<int>> byPartNumber_;
+  std::unordered_map<std::string_view, int> byFullName_;
+  int firstOverlong_ = kNone;
+};
+
+}  // namespace quintara

@@ -1,0 +1,102 @@
+#include <utility>
+
+#include "base/arrays.h"
+#include "matrix/Cls_Matrice.h"
+#include "matrix/guarded.h"
+
+namespace quintara {
+
+void Cls_Matrice::TakeStock(FlatProduct& product) {
+  for (const int i : Counting(1, product.count)) {
+    product.partNumbers.Add(utils_->GetThePartNumber(product.children->Item(i)));
+  }
+}
+
+// `Found` is never cleared: the caller's variable keeps what it held.
+bool Cls_Matrice::CheckPN(std::string_view PartNumber, const ChildPartNumbers& Children, bool& Found) {
+  return Guarded("CheckPN", [&] {
+    if (Children.Contains(PartNumber)) Found = true;
+    return true;
+  });
+}
+
+// True in `Used` when an ancestor is itself a component: what lies inside it is in place already.
+bool Cls_Matrice::CheckIfParentsAreUsed(const MatrixIndex& Document, int Node, const ChildPartNumbers& Children,
+                                        bool& Used) {
+  return Guarded("CheckIfParentsAreUsed", [&] {
+    bool found = false;
+    for (int parent = Document.Parent(Node); parent != MatrixIndex::kNone; parent = Document.Parent(parent)) {
+      const int partNumber = Document.PartNumberId(parent);
+      if (partNumber == MatrixIndex::kNone) continue;
+      if (!CheckPN(Document.PartNumberOf(partNumber), Children, found)) return false;
+      if (found) break;
+    }
+    Used = found;
+    return true;
+  });
+}
+
+bool Cls_Matrice::GetInstancesFromPN(MatrixIndex& Document, const std::string& PartNumber,
+                                     const ChildPartNumbers& Children, std::vector<int>& Instances) {
+  return Guarded("GetInstancesFromPN", [&] {
+    Instances.clear();
+    Document.Build();
+    for (const int element : Document.WithPartNumber(PartNumber)) {
+      Document.CheckScanUpTo(element);
+      bool used = false;
+      if (!CheckIfParentsAreUsed(Document, element, Children, used)) return false;
+      if (used) continue;
+      if (!ConvertOnce(Document, element)) return false;
+      Instances.push_back(element);
+    }
+    Document.CheckWholeScan();
+    return true;
+  });
+}
+
+// The chain is composed from the element upward, the root element included, afresh for each
+// instance: sums in another order would give other bits.
+bool Cls_Matrice::PositionnerXML(MatrixIndex& Document, const XMLElement& Element, PositionMatrix& OutMatrix) {
+  return Guarded("PositionnerXML", [&] {
+    PositionMatrix matrix{};
+    if (!ConvertXMLElementToMatrix(Element, matrix)) return false;
+    Document.Build();
+    const int node = Document.FindByFullName(Element.FullInstanceName);
+    Document.CheckScanUpTo(node);
+    for (int parent = Document.Parent(node); parent != MatrixIndex::kNone; parent = Document.Parent(parent)) {
+      if (!ConvertOnce(Document, parent)) return false;
+      PositionMatrix parentMatrix{};
+      if (!ConvertXMLElementToMatrix(Document.RecordOf(parent).element, parentMatrix)) return false;
+      PositionMatrix composed{};
+      if (!MultiplicateMatrixes(matrix, parentMatrix, composed)) return false;
+      matrix = composed;
+    }
+    OutMatrix = matrix;
+    return true;
+  });
+}
+
+// The working record outlives the loop's turns on purpose: a child more than there are records is
+// placed where the last record was.
+bool Cls_Matrice::PlaceChildren(const FlatProduct& product, MatrixIndex& document) {
+  InstanceCache cache;
+  XMLElement noRecord;
+  const XMLElement* working = &noRecord;
+  for (const int i : Counting(1, product.count)) {
+    const auto child = product.children->Item(i);
+    const auto partNumber = utils_->GetThePartNumber(child);
+    const auto [entry, isNew] = cache.try_emplace(partNumber);
+    auto& instances = entry->second;
+    if (isNew && !GetInstancesFromPN(document, partNumber, product.partNumbers, instances.elements)) return false;
+    if (instances.used <= UpperBound(instances.elements)) {
+      working = &document.RecordOf(instances.elements[instances.used++]).element;
+    }
+    if (working->PartNumber.empty()) continue;
+    PositionMatrix position{};
+    if (!PositionnerXML(document, *working, position)) return false;
+    child->Position()->SetComponents(position);
+  }
+  return true;
+}
+
+}  // namespace quintara

@@ -1,0 +1,152 @@
+#include <gtest/gtest.h>
+
+#include <optional>
+#include <random>
+#include <string>
+
+#include "matrix/literal_matrice.h"
+#include "matrix/matrix_fixture.h"
+
+namespace quintara::test {
+namespace {
+
+// Random documents with everything that may go wrong in one: missing and prefixed attributes,
+// doubled full names, empty part numbers, texts that aren't numbers.
+class RandomCase {
+ public:
+  explicit RandomCase(unsigned seed) : random_(seed) {
+    text_ = Chance(10) ? "<?xml version='1.0' encoding='UTF-8'?><!-- made -->" : "";
+    AppendElement(0, "");
+    const int children = Number(0, 6);
+    for (int i = 0; i < children; ++i) children_.push_back(PartNumber());
+    notInDesign_ = Chance(4) ? Number(1, 6) : 0;
+    unloaded_ = Chance(10) ? Number(1, 6) : 0;
+    failingCall_ = Chance(5) ? Number(1, 120) : 0;
+  }
+
+  const std::string& Text() const { return text_; }
+  const std::vector<std::string>& Children() const { return children_; }
+  int NotInDesign() const { return notInDesign_; }
+  int Unloaded() const { return unloaded_; }
+  int FailingCall() const { return failingCall_; }
+
+ private:
+  int Number(int from, int to) { return std::uniform_int_distribution<int>(from, to)(random_); }
+  bool Chance(int oneIn) { return Number(1, oneIn) == 1; }
+  std::string PartNumber() { return Chance(15) ? "" : std::string(1, static_cast<char>('A' + Number(0, 4))); }
+
+  std::string NumberText() {
+    if (Chance(150)) return std::vector<std::string>{"nan", "0,5", " ", "x"}[static_cast<std::size_t>(Number(0, 3))];
+    return std::to_string(std::uniform_real_distribution<double>(-2, 2)(random_));
+  }
+
+  void AppendAttribute(const std::string& name, const std::string& value) {
+    if (Chance(25)) return;
+    text_ += " " + std::string(Chance(30) ? "p:" : "") + name + "='" + value + "'";
+    if (Chance(60)) text_ += " q:" + name + "='" + value + "B'";
+  }
+
+  void AppendElement(int depth, const std::string& above) {
+    const auto partNumber = PartNumber();
+    const auto name = partNumber + "." + std::to_string(Number(1, 4));
+    const auto fullName = above.empty() ? name : above + "\\" + name;
+    text_ += "<E";
+    if (Chance(5)) text_ += " other='1'";
+    AppendAttribute("PART_NUMBER", partNumber);
+    AppendAttribute("INSTANCE_NAME", name);
+    AppendAttribute("FULL_INSTANCE_NAME", fullName);
+    for (const char* number : {"XX", "XY", "XZ", "YX", "YY", "YZ", "ZX", "ZY", "ZZ", "XO", "YO", "ZO"}) {
+      AppendAttribute(number, NumberText());
+    }
+    text_ += ">";
+    if (Chance(5)) text_ += "text<!-- c -->";
+    const int children = depth < 4 ? Number(0, 4 - depth) : 0;
+    for (int i = 0; i < children; ++i) AppendElement(depth + 1, fullName);
+    text_ += "</E>";
+  }
+
+  std::mt19937 random_;
+  std::string text_;
+  std::vector<std::string> children_;
+  int notInDesign_ = 0;
+  int unloaded_ = 0;
+  int failingCall_ = 0;
+};
+
+struct Outcome {
+  bool result = false;
+  std::vector<Box> boxes;
+  std::vector<std::string> record;
+  std::vector<std::pair<std::string, PositionMatrix>> children;
+};
+
+std::vector<std::pair<std::string, PositionMatrix>> NamesAndPositions(const Ref<zorva::Product>& root) {
+  std::vector<std::pair<std::string, PositionMatrix>> children;
+  for (int i = 1; i <= root->Products()->Count(); ++i) {
+    const auto child = root->Products()->Item(i);
+    children.emplace_back(child->Name(), PositionMatrix{});
+    child->Position()->GetComponents(children.back().second);
+  }
+  return children;
+}
+
+template <class Matrice>
+Outcome RunCase(const RandomCase& random, const std::string& path, std::optional<bool> allInstances) {
+  MatrixBench bench;
+  bench.GivenFlat(random.Children());
+  const auto setForm = [&](int child, ComponentForm form) {
+    if (child >= 1 && child <= bench.root->Products()->Count()) bench.host.SetForm(bench.Child(child), form);
+  };
+  setForm(random.NotInDesign(), ComponentForm::kWithoutDesign);
+  setForm(random.Unloaded(), ComponentForm::kUnloaded);
+  const auto selection = bench.document->Selection();
+  bench.TheGate().StartRecording();
+  if (random.FailingCall() > 0) bench.TheGate().FailCall(random.FailingCall());
+  Outcome outcome;
+  Matrice matrice;
+  outcome.result = allInstances ? matrice.PositionAllInstances(bench.root, path, *allInstances, selection)
+                                : matrice.ProcessXMLFile(bench.root, path);
+  outcome.record = bench.TheGate().Record();
+  bench.TheGate().Reset();
+  outcome.boxes = bench.platform.Boxes();
+  outcome.children = NamesAndPositions(bench.root);
+  return outcome;
+}
+
+void ExpectEqual(const Outcome& indexed, const Outcome& literal) {
+  ASSERT_EQ(indexed.result, literal.result);
+  ASSERT_EQ(indexed.record, literal.record);
+  ASSERT_EQ(indexed.boxes.size(), literal.boxes.size());
+  for (std::size_t i = 0; i < literal.boxes.size(); ++i) ASSERT_EQ(indexed.boxes[i].text, literal.boxes[i].text);
+  ASSERT_EQ(indexed.children.size(), literal.children.size());
+  for (std::size_t i = 0; i < literal.children.size(); ++i) {
+    ASSERT_EQ(indexed.children[i].first, literal.children[i].first);
+    ASSERT_THAT(indexed.children[i].second, HasBitsOf(literal.children[i].second));
+  }
+}
+
+void ExpectOneMeaning(std::optional<bool> allInstances, unsigned firstSeed) {
+  constexpr unsigned kCases = 2'000;
+  TemporaryFolder folder;
+  int placed = 0;
+  for (unsigned seed = firstSeed; seed < firstSeed + kCases; ++seed) {
+    const RandomCase random(seed);
+    folder.Write("m.xml", random.Text());
+    const auto path = folder.Path("m.xml");
+
+    const auto literal = RunCase<LiteralMatrice>(random, path, allInstances);
+    const auto indexed = RunCase<Cls_Matrice>(random, path, allInstances);
+
+    SCOPED_TRACE("seed " + std::to_string(seed) + "\n" + random.Text());
+    ASSERT_NO_FATAL_FAILURE(ExpectEqual(indexed, literal));
+    placed += literal.result && !literal.children.empty() ? 1 : 0;
+  }
+  EXPECT_GT(placed, static_cast<int>(kCases / 10)) << "the cases must not all end in a box";
+}
+
+TEST(IndexedPositioning, MeansWhatTheScansOfProcessXMLFileMean) { ExpectOneMeaning({}, 1); }
+TEST(IndexedPositioning, MeansWhatTheScansOfPositionAllInstancesMean) { ExpectOneMeaning(true, 100'001); }
+TEST(IndexedPositioning, MeansWhatTheScansOfThePlacingOfFirstInstancesMean) { ExpectOneMeaning(false, 200'001); }
+
+}  // namespace
+}  // namespace quintara::test
