@@ -33,12 +33,18 @@ std::string ToText(long long value) {
   return std::to_string(value);
 }
 
-double ToDouble(std::string_view text) {
+std::optional<double> TryToDouble(std::string_view text) noexcept {
   double value = 0;
   const char* const end = text.data() + text.size();
   const auto read = std::from_chars(text.data(), end, value);
-  if (read.ec != std::errc{} || read.ptr != end || !std::isfinite(value)) ThrowNoNumber(text);
+  if (read.ec != std::errc{} || read.ptr != end || !std::isfinite(value)) return {};
   return value;
+}
+
+double ToDouble(std::string_view text) {
+  const auto value = TryToDouble(text);
+  if (!value) ThrowNoNumber(text);
+  return *value;
 }
 
 }  // namespace quintara

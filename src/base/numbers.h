@@ -2,6 +2,8 @@
 
 #include <array>
 #include <charconv>
+#include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -29,5 +31,7 @@ std::string ToText(long long value);
 /// "nan" and what is too large or too small for a double included, is failure 13, whose
 /// description names the text.
 double ToDouble(std::string_view text);
+/// The same, with nothing in place of the failure.
+std::optional<double> TryToDouble(std::string_view text) noexcept;
 
 }  // namespace quintara

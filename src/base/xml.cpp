@@ -5,11 +5,11 @@
 #include <cstdint>
 #include <cstring>
 #include <optional>
-#include <unordered_set>
 #include <vector>
 
 #include "base/failure.h"
 #include "base/text.h"
+#include "base/xml_tags.h"
 
 namespace quintara {
 namespace {
@@ -17,20 +17,35 @@ namespace {
 constexpr int kRefused = 100;
 
 // Texts stay undecoded, so that a reference that isn't defined can be told from an escaped "&".
-constexpr unsigned kParseOptions = pugi::parse_cdata | pugi::parse_eol | pugi::parse_wconv_attribute |
-                                   pugi::parse_pi | pugi::parse_comments | pugi::parse_declaration |
-                                   pugi::parse_doctype | pugi::parse_fragment;
+constexpr unsigned kParseOptions = pugi::parse_cdata | pugi::parse_eol | pugi::parse_wconv_attribute | pugi::parse_pi |
+                                   pugi::parse_comments | pugi::parse_declaration | pugi::parse_doctype |
+                                   pugi::parse_fragment;
 
 using Fault = std::optional<std::string>;
+using xml::FaultInTags;
 
-bool IsForbiddenControl(unsigned char byte) {
-  return byte < 0x20 && byte != '\t' && byte != '\n' && byte != '\r';
+bool IsForbiddenControl(char byte) {
+  return static_cast<unsigned char>(byte) < 0x20 && byte != '\t' && byte != '\n' && byte != '\r';
+}
+
+// Eight bytes at a time: a word is looked at byte by byte only when one of them is below 0x20.
+bool HasForbiddenControl(std::string_view bytes) {
+  constexpr std::uint64_t kOnes = 0x0101010101010101U;
+  constexpr std::uint64_t kHighBits = 0x8080808080808080U;
+  while (bytes.size() >= sizeof kOnes) {
+    std::uint64_t word = 0;
+    std::memcpy(&word, bytes.data(), sizeof word);
+    const auto group = bytes.substr(0, sizeof word);
+    if (((word - kOnes * 0x20) & ~word & kHighBits) != 0 && std::ranges::any_of(group, IsForbiddenControl)) return true;
+    bytes.remove_prefix(sizeof word);
+  }
+  return std::ranges::any_of(bytes, IsForbiddenControl);
 }
 
 Fault FaultInBytes(std::string_view bytes) {
   if (bytes.empty()) return "the file is empty";
   if (!IsUtf8(bytes)) return "the text is not valid UTF-8";
-  if (std::any_of(bytes.begin(), bytes.end(), IsForbiddenControl)) return "a control character is not allowed here";
+  if (HasForbiddenControl(bytes)) return "a control character is not allowed here";
   if (bytes.find("\xEF\xBF\xBE") != bytes.npos || bytes.find("\xEF\xBF\xBF") != bytes.npos) {
     return "a character is not allowed here";
   }
@@ -85,27 +100,10 @@ std::optional<std::string> Decoded(std::string_view raw) {
   return text;
 }
 
-bool HasDoubledAttribute(XmlNode element) {
-  constexpr int kFewEnoughForPairs = 24;
-  int count = 0;
-  for (auto attribute : element.attributes()) {
-    if (++count > kFewEnoughForPairs) break;
-    for (auto other = attribute.next_attribute(); other; other = other.next_attribute()) {
-      if (std::strcmp(attribute.name(), other.name()) == 0) return true;
-    }
-  }
-  if (count <= kFewEnoughForPairs) return false;
-  std::unordered_set<std::string_view> names;
-  return !std::ranges::all_of(element.attributes(), [&](auto each) { return names.insert(each.name()).second; });
-}
-
 Fault DecodeAttributes(XmlNode element) {
-  if (HasDoubledAttribute(element)) return "an attribute of <" + std::string(element.name()) + "> stands twice";
   for (auto attribute : element.attributes()) {
-    const char* const value = attribute.value();
-    const char* const special = std::strpbrk(value, "&<");
-    if (special == nullptr) continue;
-    const auto text = std::strchr(special, '<') == nullptr ? Decoded(value) : std::nullopt;
+    if (std::strchr(attribute.value(), '&') == nullptr) continue;
+    const auto text = Decoded(attribute.value());
     if (!text) return "the value of attribute " + std::string(attribute.name()) + " is not well-formed";
     attribute.set_value(text->c_str());
   }
@@ -141,7 +139,28 @@ Fault FaultInNode(XmlNode node) {
   }
 }
 
+bool IsVersion(std::string_view text) {
+  return text.size() > 2 && text.starts_with("1.") && text.find_first_not_of("0123456789", 2) == text.npos;
+}
+
+// The version, then perhaps the encoding, then perhaps whether it stands alone.
+bool IsDeclarationInOrder(XmlNode declaration) {
+  auto attribute = declaration.first_attribute();
+  const auto take = [&](std::string_view name) {
+    if (attribute.name() != name) return false;
+    attribute = attribute.next_attribute();
+    return true;
+  };
+  const std::string_view version = attribute.value();
+  if (!take("version") || !IsVersion(version)) return false;
+  take("encoding");
+  const std::string_view standalone = attribute.value();
+  if (take("standalone") && standalone != "yes" && standalone != "no") return false;
+  return !attribute;
+}
+
 Fault FaultInDeclaration(XmlNode declaration) {
+  if (!IsDeclarationInOrder(declaration)) return "the XML declaration is not well-formed";
   const std::string encoding = Capitals(declaration.attribute("encoding").value());
   if (encoding.empty() || encoding == "UTF-8" || encoding == "US-ASCII") return {};
   return "the encoding is " + encoding + ", only UTF-8 is accepted";
@@ -151,7 +170,8 @@ Fault FaultInTopLevel(XmlNode document) {
   int roots = 0;
   for (auto node : document.children()) {
     if (node.type() == pugi::node_element) ++roots;
-    if (node.type() == pugi::node_cdata || node.type() == pugi::node_pcdata) return "text stands outside the root element";
+    if (node.type() == pugi::node_cdata || node.type() == pugi::node_pcdata)
+      return "text stands outside the root element";
   }
   if (roots == 0) return "there is no root element";
   if (roots > 1) return "there is more than one root element";
@@ -164,21 +184,31 @@ XmlNode NextInDocumentOrder(XmlNode node, XmlNode top) {
   return node == top ? XmlNode() : node.next_sibling();
 }
 
-Fault FaultInTree(XmlNode document, bool startsWithDeclaration) {
+// Whether more can be wrong, or waits to be decoded, than what the scan of the tags sees.
+bool NeedsWalk(std::string_view bytes) {
+  return bytes.find('&') != bytes.npos || bytes.find("]]>") != bytes.npos || bytes.find("<!") != bytes.npos ||
+         bytes.find("<?", 1) != bytes.npos;
+}
+
+Fault FaultInTree(XmlNode document, std::string_view bytes) {
+  if (auto fault = FaultInTags(bytes)) return fault;
   const XmlNode first = document.first_child();
-  const bool declared = first.type() == pugi::node_declaration && startsWithDeclaration;
+  const bool declared = first.type() == pugi::node_declaration && bytes.starts_with("<?xml");
   if (declared) {
     if (auto fault = FaultInDeclaration(first)) return fault;
   }
-  for (auto node = first; node; node = NextInDocumentOrder(node, document)) {
-    if (declared && node == first) continue;
-    if (auto fault = FaultInNode(node)) return fault;
+  if (NeedsWalk(bytes)) {
+    for (auto node = first; node; node = NextInDocumentOrder(node, document)) {
+      if (declared && node == first) continue;
+      if (auto fault = FaultInNode(node)) return fault;
+    }
   }
   return FaultInTopLevel(document);
 }
 
 std::string At(std::string_view bytes, std::ptrdiff_t offset) {
-  const auto before = bytes.substr(0, std::min(bytes.size(), static_cast<std::size_t>(std::max<std::ptrdiff_t>(offset, 0))));
+  const auto before =
+      bytes.substr(0, std::min(bytes.size(), static_cast<std::size_t>(std::max<std::ptrdiff_t>(offset, 0))));
   const auto line = std::count(before.begin(), before.end(), '\n') + 1;
   const auto lineStart = before.rfind('\n');
   const auto column = before.size() - (lineStart == before.npos ? 0 : lineStart + 1) + 1;
@@ -216,7 +246,7 @@ bool XmlDocument::Parse(std::string_view bytes) {
   const auto parsed = document_.load_buffer(bytes.data(), bytes.size(), kParseOptions, pugi::encoding_utf8);
   if (!parsed) {
     error_ = {static_cast<int>(parsed.status), parsed.description() + At(bytes, parsed.offset)};
-  } else if (auto fault = FaultInTree(document_, bytes.starts_with("<?xml"))) {
+  } else if (auto fault = FaultInTree(document_, bytes)) {
     error_ = {kRefused, *fault};
   }
   if (error_.code != 0) document_.reset();

@@ -84,10 +84,10 @@ class Cls_Matrice {
                             std::span<double> Result);
 
   bool CheckPN(std::string_view PartNumber, const ChildPartNumbers& Children, bool& Found);
-  bool CheckIfParentsAreUsed(const MatrixIndex& Document, int Node, const ChildPartNumbers& Children, bool& Used);
+  bool CheckIfParentsAreUsed(MatrixIndex& Document, int Node, const ChildPartNumbers& Children, bool& Used);
   bool GetInstancesFromPN(MatrixIndex& Document, const std::string& PartNumber, const ChildPartNumbers& Children,
                           std::vector<int>& Instances);
-  bool PositionnerXML(MatrixIndex& Document, const XMLElement& Element, PositionMatrix& OutMatrix);
+  bool PositionnerXML(MatrixIndex& Document, int Element, PositionMatrix& OutMatrix);
 
   void TakeStock(FlatProduct& product);
   bool PlaceChildren(const FlatProduct& product, MatrixIndex& document);

@@ -11,6 +11,8 @@
 namespace quintara {
 namespace {
 
+constexpr std::string_view kPartNumber = "PART_NUMBER";
+constexpr std::string_view kFullName = "FULL_INSTANCE_NAME";
 constexpr std::size_t kMost = std::numeric_limits<std::int16_t>::max();
 
 XmlNode FirstElement(XmlNode node) {
@@ -25,12 +27,15 @@ void MatrixIndex::Build() {
   elements_.clear();
   int parent = kNone;
   for (auto node = FirstElement(document_.first_child()); node; node = Next(node, parent)) {
-    elements_.push_back({node, parent, kNone});
+    auto& entry = elements_.emplace_back();
+    entry.node = node;
+    entry.parent = parent;
     Counter16(elements_.size());
   }
   byFullName_.reserve(elements_.size());
-  for (int element = 0; element < Size(); ++element) ReadAttributes(element);
   records_.resize(elements_.size());
+  for (int element = 0; element < Size(); ++element) Read(element);
+  FindChainStarts();
   isBuilt_ = true;
 }
 
@@ -50,22 +55,33 @@ XmlNode MatrixIndex::Next(XmlNode node, int& parent) const {
   }
 }
 
-void MatrixIndex::ReadAttributes(int element) {
+void MatrixIndex::Read(int element) {
   auto& entry = elements_[static_cast<std::size_t>(element)];
-  bool hasFullName = false;
+  auto& record = records_[static_cast<std::size_t>(element)];
   std::size_t count = 0;
-  for (const auto attribute : entry.node.attributes()) {
+  int fullNames = 0;
+  for (auto attribute = entry.node.first_attribute(); attribute; attribute = attribute.next_attribute()) {
     ++count;
-    const auto name = BaseName(attribute.name());
-    if (name == "PART_NUMBER" && entry.partNumberId == kNone) {
-      entry.partNumberId = IdOf(attribute.value());
+    const std::string_view name = attribute.name();
+    const std::string_view value = attribute.value();
+    if (!StoreAttribute(record.element, name, value)) record.isConverted = false;
+    if (name.size() < kPartNumber.size()) continue;
+    const auto baseName = BaseName(name);
+    if (baseName == kPartNumber && entry.partNumberId == kNone) {
+      entry.partNumberId = IdOf(value);
       byPartNumber_[static_cast<std::size_t>(entry.partNumberId)].push_back(element);
-    } else if (name == "FULL_INSTANCE_NAME" && !hasFullName) {
-      hasFullName = true;
-      byFullName_.try_emplace(attribute.value(), element);
+    } else if (baseName == kFullName) {
+      // The first one counts in a search, the last one in the record: nearly always it's the same.
+      record.chainStart = fullNames++ == 0 ? byFullName_.try_emplace(value, element).first->second : kNone;
     }
   }
   if (count > kMost && firstOverlong_ == kNone) firstOverlong_ = element;
+}
+
+void MatrixIndex::FindChainStarts() {
+  for (auto& record : records_) {
+    if (record.chainStart == kNone) record.chainStart = FindByFullName(record.element.FullInstanceName);
+  }
 }
 
 int MatrixIndex::IdOf(std::string_view partNumber) {
@@ -107,6 +123,10 @@ int MatrixIndex::Parent(int element) const {
 
 int MatrixIndex::PartNumberId(int element) const {
   return ElementAt(elements_, element).partNumberId;
+}
+
+MatrixIndex::Cover& MatrixIndex::CoverOf(int element) {
+  return ElementAt(elements_, element).cover;
 }
 
 MatrixIndex::Record& MatrixIndex::RecordOf(int element) {

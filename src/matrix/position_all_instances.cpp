@@ -32,10 +32,10 @@ bool Cls_Matrice::PlaceAllInstances(const FlatProduct& product, MatrixIndex& doc
       if (!PlaceEachInstance(product, document, child, elements, selection, lastIndex)) return false;
       continue;
     }
-    const auto& record = document.RecordOf(ElementAt(elements, 0)).element;
+    const int element = ElementAt(elements, 0);
     PositionMatrix position{};
-    if (!PositionnerXML(document, record, position)) return false;
-    child->SetName(record.FullInstanceName);
+    if (!PositionnerXML(document, element, position)) return false;
+    child->SetName(document.RecordOf(element).element.FullInstanceName);
     child->Position()->SetComponents(position);
   }
   return true;
@@ -48,9 +48,8 @@ bool Cls_Matrice::PlaceEachInstance(const FlatProduct& product, MatrixIndex& doc
                                     const Ref<zorva::Selection>& selection, Counter16& lastIndex) {
   bool isFirst = true;
   for (const int element : elements) {
-    const auto& record = document.RecordOf(element).element;
     PositionMatrix position{};
-    if (!PositionnerXML(document, record, position)) return false;
+    if (!PositionnerXML(document, element, position)) return false;
     auto component = source;
     if (isFirst) {
       selection->Clear();
@@ -65,7 +64,7 @@ bool Cls_Matrice::PlaceEachInstance(const FlatProduct& product, MatrixIndex& doc
       component = product.children->Item(lastIndex);
     }
     isFirst = false;
-    component->SetName(record.FullInstanceName);
+    component->SetName(document.RecordOf(element).element.FullInstanceName);
     component->Position()->SetComponents(position);
   }
   return true;

@@ -1,6 +1,5 @@
 #include "matrix/position_arithmetic.h"
 
-#include <algorithm>
 #include <cstddef>
 
 #include "base/failure.h"
@@ -9,16 +8,10 @@ namespace quintara {
 namespace {
 
 constexpr std::size_t kOrigin = 9;
+constexpr std::size_t kCount = PositionMatrix().size();
 
-template <std::size_t... Extents>
-bool AreTwelve(std::span<const double, Extents>... arrays) {
-  return ((arrays.size() == PositionMatrix().size()) && ...);
-}
-
-}  // namespace
-
-void Compose(std::span<const double> child, std::span<const double> parent, std::span<double> result) {
-  if (!AreTwelve(child, parent, std::span<const double>(result))) throw Failure(failure::kSubscriptOutOfRange);
+// `result` overlaps neither input.
+void ComposeInto(const double* child, const double* parent, double* __restrict result) {
   for (std::size_t row = 0; row < kOrigin; row += 3) {
     for (std::size_t column = 0; column < 3; ++column) {
       result[row + column] = (child[row] * parent[column] + child[row + 1] * parent[column + 3]) +
@@ -32,9 +25,18 @@ void Compose(std::span<const double> child, std::span<const double> parent, std:
   }
 }
 
+}  // namespace
+
+void Compose(std::span<const double> child, std::span<const double> parent, std::span<double> result) {
+  if (child.size() != kCount || parent.size() != kCount || result.size() != kCount) {
+    throw Failure(failure::kSubscriptOutOfRange);
+  }
+  ComposeInto(child.data(), parent.data(), result.data());
+}
+
 PositionMatrix Compose(const PositionMatrix& child, const PositionMatrix& parent) {
   PositionMatrix result;
-  Compose(std::span<const double>(child), std::span<const double>(parent), std::span<double>(result));
+  ComposeInto(child.data(), parent.data(), result.data());
   return result;
 }
 

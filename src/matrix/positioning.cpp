@@ -21,15 +21,24 @@ bool Cls_Matrice::CheckPN(std::string_view PartNumber, const ChildPartNumbers& C
 }
 
 // True in `Used` when an ancestor is itself a component: what lies inside it is in place already.
-bool Cls_Matrice::CheckIfParentsAreUsed(const MatrixIndex& Document, int Node, const ChildPartNumbers& Children,
+bool Cls_Matrice::CheckIfParentsAreUsed(MatrixIndex& Document, int Node, const ChildPartNumbers& Children,
                                         bool& Used) {
+  using Cover = MatrixIndex::Cover;
   return Guarded("CheckIfParentsAreUsed", [&] {
     bool found = false;
-    for (int parent = Document.Parent(Node); parent != MatrixIndex::kNone; parent = Document.Parent(parent)) {
+    const int first = Document.Parent(Node);
+    int parent = first;
+    for (; parent != MatrixIndex::kNone && !found; parent = Document.Parent(parent)) {
+      if (const auto known = Document.CoverOf(parent); known != Cover::kUnknown) {
+        found = known == Cover::kYes;
+        break;
+      }
       const int partNumber = Document.PartNumberId(parent);
       if (partNumber == MatrixIndex::kNone) continue;
       if (!CheckPN(Document.PartNumberOf(partNumber), Children, found)) return false;
-      if (found) break;
+    }
+    for (int below = first; below != parent; below = Document.Parent(below)) {
+      Document.CoverOf(below) = found ? Cover::kYes : Cover::kNo;
     }
     Used = found;
     return true;
@@ -41,7 +50,9 @@ bool Cls_Matrice::GetInstancesFromPN(MatrixIndex& Document, const std::string& P
   return Guarded("GetInstancesFromPN", [&] {
     Instances.clear();
     Document.Build();
-    for (const int element : Document.WithPartNumber(PartNumber)) {
+    const auto& candidates = Document.WithPartNumber(PartNumber);
+    Instances.reserve(candidates.size());
+    for (const int element : candidates) {
       Document.CheckScanUpTo(element);
       bool used = false;
       if (!CheckIfParentsAreUsed(Document, element, Children, used)) return false;
@@ -56,14 +67,14 @@ bool Cls_Matrice::GetInstancesFromPN(MatrixIndex& Document, const std::string& P
 
 // The chain is composed from the element upward, the root element included, afresh for each
 // instance: sums in another order would give other bits.
-bool Cls_Matrice::PositionnerXML(MatrixIndex& Document, const XMLElement& Element, PositionMatrix& OutMatrix) {
+bool Cls_Matrice::PositionnerXML(MatrixIndex& Document, int element, PositionMatrix& OutMatrix) {
   return Guarded("PositionnerXML", [&] {
+    const auto& record = Document.RecordOf(element);
+    Document.CheckScanUpTo(record.chainStart);
     PositionMatrix matrix{};
-    if (!ConvertXMLElementToMatrix(Element, matrix)) return false;
-    Document.Build();
-    const int node = Document.FindByFullName(Element.FullInstanceName);
-    Document.CheckScanUpTo(node);
-    for (int parent = Document.Parent(node); parent != MatrixIndex::kNone; parent = Document.Parent(parent)) {
+    if (!ConvertXMLElementToMatrix(record.element, matrix)) return false;
+    for (int parent = Document.Parent(record.chainStart); parent != MatrixIndex::kNone;
+         parent = Document.Parent(parent)) {
       if (!ConvertOnce(Document, parent)) return false;
       PositionMatrix parentMatrix{};
       if (!ConvertXMLElementToMatrix(Document.RecordOf(parent).element, parentMatrix)) return false;
@@ -80,8 +91,7 @@ bool Cls_Matrice::PositionnerXML(MatrixIndex& Document, const XMLElement& Elemen
 // placed where the last record was.
 bool Cls_Matrice::PlaceChildren(const FlatProduct& product, MatrixIndex& document) {
   InstanceCache cache;
-  XMLElement noRecord;
-  const XMLElement* working = &noRecord;
+  int working = MatrixIndex::kNone;
   for (const int i : Counting(1, product.count)) {
     const auto child = product.children->Item(i);
     const auto partNumber = utils_->GetThePartNumber(child);
@@ -89,11 +99,11 @@ bool Cls_Matrice::PlaceChildren(const FlatProduct& product, MatrixIndex& documen
     auto& instances = entry->second;
     if (isNew && !GetInstancesFromPN(document, partNumber, product.partNumbers, instances.elements)) return false;
     if (instances.used <= UpperBound(instances.elements)) {
-      working = &document.RecordOf(instances.elements[instances.used++]).element;
+      working = instances.elements[instances.used++];
     }
-    if (working->PartNumber.empty()) continue;
+    if (working == MatrixIndex::kNone || document.RecordOf(working).element.PartNumber.empty()) continue;
     PositionMatrix position{};
-    if (!PositionnerXML(document, *working, position)) return false;
+    if (!PositionnerXML(document, working, position)) return false;
     child->Position()->SetComponents(position);
   }
   return true;

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <array>
 #include <string>
+#include <string_view>
 
 namespace quintara {
 
@@ -16,5 +18,14 @@ struct XMLElement {
   double XO = 0, YO = 0, ZO = 0;
   bool Used = false;  ///< set when the record has been given to a component
 };
+
+/// The numbers of `XMLElement`, in the order of `PositionMatrix`.
+inline constexpr std::array<double XMLElement::*, 12> kXMLElementNumbers = {
+    &XMLElement::XX, &XMLElement::XY, &XMLElement::XZ, &XMLElement::YX, &XMLElement::YY, &XMLElement::YZ,
+    &XMLElement::ZX, &XMLElement::ZY, &XMLElement::ZZ, &XMLElement::XO, &XMLElement::YO, &XMLElement::ZO};
+
+/// Puts an attribute of the matrix file into its field, by its base name; any other attribute is
+/// passed over. False, with the record as it was, for a text that isn't a number where one belongs.
+bool StoreAttribute(XMLElement& element, std::string_view qualifiedName, std::string_view value);
 
 }  // namespace quintara

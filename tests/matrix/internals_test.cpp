@@ -19,16 +19,17 @@ class MatriceInternals {
   bool CheckPN(const std::string& partNumber, const ChildPartNumbers& children, bool& found) {
     return matrice.CheckPN(partNumber, children, found);
   }
-  bool ParentsAreUsed(const MatrixIndex& index, int element, const ChildPartNumbers& children, bool& used) {
+  bool ParentsAreUsed(MatrixIndex& index, int element, const ChildPartNumbers& children, bool& used) {
     return matrice.CheckIfParentsAreUsed(index, element, children, used);
   }
   bool Instances(MatrixIndex& index, const std::string& partNumber, const ChildPartNumbers& children,
                  std::vector<int>& instances) {
     return matrice.GetInstancesFromPN(index, partNumber, children, instances);
   }
-  bool Position(MatrixIndex& index, const XMLElement& element, PositionMatrix& out) {
+  bool Position(MatrixIndex& index, int element, PositionMatrix& out) {
     return matrice.PositionnerXML(index, element, out);
   }
+  bool ConvertOnce(MatrixIndex& index, int element) { return matrice.ConvertOnce(index, element); }
 
   Cls_Matrice matrice;
 };
@@ -235,23 +236,22 @@ TEST_F(MatriceOperations, InstancesAreErasedFirst) {
 
 TEST_F(MatriceOperations, AnElementRightBelowTheRootIsComposedOnce) {
   auto& elements = Given("<R PART_NUMBER='R' FULL_INSTANCE_NAME='R' XX='2' YY='2' ZZ='2' XO='1'>"
-                         "<B PART_NUMBER='B' FULL_INSTANCE_NAME='R\\B'/></R>");
-  XMLElement element{"B", "B", "R\\B", 1, 0, 0, 0, 1, 0, 0, 0, 1, 10, 0, 0, false};
+                         "<B PART_NUMBER='B' FULL_INSTANCE_NAME='R\\B' XX='1' YY='1' ZZ='1' XO='10'/></R>");
   PositionMatrix out{};
+  ASSERT_TRUE(matrice.ConvertOnce(elements, 1));
 
-  EXPECT_TRUE(matrice.Position(elements, element, out));
+  EXPECT_TRUE(matrice.Position(elements, 1, out));
 
   EXPECT_EQ(out, (PositionMatrix{2, 0, 0, 0, 2, 0, 0, 0, 2, 21, 0, 0}));
 }
 
-TEST_F(MatriceOperations, ADocumentWithoutElementsIsShown) {
-  MatrixIndex empty{XmlNode()};
+TEST_F(MatriceOperations, AnElementThatIsNotThereIsShownByThePositioning) {
+  auto& elements = Given("<A/>");
   PositionMatrix out{};
 
-  EXPECT_FALSE(matrice.Position(empty, {}, out));
+  EXPECT_FALSE(matrice.Position(elements, 1, out));
 
-  EXPECT_THAT(platform.Boxes(),
-              ElementsAre(UnexpectedError("PositionnerXML", "Object variable or With block variable not set")));
+  EXPECT_THAT(platform.Boxes(), ElementsAre(UnexpectedError("PositionnerXML", "Subscript out of range")));
 }
 
 }  // namespace

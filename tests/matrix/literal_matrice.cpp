@@ -1,7 +1,5 @@
 #include "matrix/literal_matrice.h"
 
-#include <functional>
-
 #include "access/session/the_platform.h"
 #include "base/attempt.h"
 #include "base/numbers.h"
@@ -47,15 +45,6 @@ PositionMatrix Multiply(const PositionMatrix& c, const PositionMatrix& p) {
           ((p[9] + c[9] * p[0]) + c[10] * p[3]) + c[11] * p[6],
           ((p[10] + c[9] * p[1]) + c[10] * p[4]) + c[11] * p[7],
           ((p[11] + c[9] * p[2]) + c[10] * p[5]) + c[11] * p[8]};
-}
-
-bool WithDocument(const std::string& path, const std::function<bool(XmlNode)>& body) {
-  MatrixDocument document;
-  if (!document.Load(path)) {
-    Show("Error in loading XML file \"" + path + "\" : " + document.ParseError().reason);
-    return false;
-  }
-  return body(document.Node());
 }
 
 }  // namespace
@@ -170,6 +159,15 @@ bool LiteralMatrice::PositionnerXML(XmlNode document, const XMLElement& element,
     if (!Convert(parent, parentElement)) return false;
     return PositionnerXML(document, parentElement, Multiply(current, ToMatrix(parentElement)), parent, out);
   });
+}
+
+bool LiteralMatrice::WithDocument(const std::string& path, const std::function<bool(XmlNode)>& body) {
+  const auto document = makeDocument_();
+  if (!document->Load(path)) {
+    Show("Error in loading XML file \"" + path + "\" : " + document->ParseError().reason);
+    return false;
+  }
+  return body(document->Node());
 }
 
 bool LiteralMatrice::ProcessXMLFile(const Ref<zorva::Product>& root, const std::string& path) {

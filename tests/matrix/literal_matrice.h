@@ -1,6 +1,8 @@
 #pragma once
 
+#include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "access/contracts/zorva.h"
@@ -14,6 +16,8 @@ namespace quintara::test {
 /// every element anew, nothing is indexed or kept. What `Cls_Matrice` is measured against.
 class LiteralMatrice {
  public:
+  explicit LiteralMatrice(MatrixDocumentMaker makeDocument) : makeDocument_(std::move(makeDocument)) {}
+
   bool ProcessXMLFile(const Ref<zorva::Product>& root, const std::string& path);
   bool PositionAllInstances(const Ref<zorva::Product>& root, const std::string& path, bool allInstances,
                             const Ref<zorva::Selection>& selection);
@@ -37,6 +41,9 @@ class LiteralMatrice {
   bool PositionAll(const Ref<zorva::Product>& root, XmlNode document, bool allInstances,
                    const Ref<zorva::Selection>& selection);
 
+  bool WithDocument(const std::string& path, const std::function<bool(XmlNode)>& body);
+
+  MatrixDocumentMaker makeDocument_;
   Cls_Utils utils_;
 };
 

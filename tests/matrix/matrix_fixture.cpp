@@ -46,6 +46,7 @@ PositionMatrix At(double x, double y, double z) {
 AssemblyStructure StructureOf(const Node& root) {
   AssemblyStructure structure{};
   structure.root = Define(root, structure);
+  structure.definitions[structure.root].isAssembly = true;  // a document holds a product, were it empty
   return structure;
 }
 
@@ -69,12 +70,12 @@ std::ostream& operator<<(std::ostream& stream, const Component& component) {
   return stream << ")";
 }
 
-void MatrixBench::GivenProduct(const Node& node) {
+void Stage::GivenProduct(const Node& node) {
   document = host.Build(StructureOf(node));
   root = document->Product();
 }
 
-void MatrixBench::GivenFlat(const std::vector<std::string>& partNumbers) {
+void Stage::GivenFlat(const std::vector<std::string>& partNumbers) {
   Node flat{"WIP~~TEST", "WIP~~TEST", kIdentityPosition, {}};
   for (std::size_t i = 0; i < partNumbers.size(); ++i) {
     flat.children.push_back({partNumbers[i], "child " + std::to_string(i + 1), kIdentityPosition, {}});
@@ -82,7 +83,7 @@ void MatrixBench::GivenFlat(const std::vector<std::string>& partNumbers) {
   GivenProduct(flat);
 }
 
-std::vector<Component> MatrixBench::Components() {
+std::vector<Component> Stage::Components() {
   std::vector<Component> components;
   const auto children = root->Products();
   for (int i = 1; i <= children->Count(); ++i) {
@@ -94,13 +95,13 @@ std::vector<Component> MatrixBench::Components() {
   return components;
 }
 
-std::vector<PositionMatrix> MatrixBench::Positions() {
+std::vector<PositionMatrix> Stage::Positions() {
   std::vector<PositionMatrix> positions;
   for (const auto& component : Components()) positions.push_back(component.position);
   return positions;
 }
 
-std::vector<std::string> MatrixBench::Names() {
+std::vector<std::string> Stage::Names() {
   std::vector<std::string> names;
   for (const auto& component : Components()) names.push_back(component.name);
   return names;

@@ -46,34 +46,39 @@ std::ostream& operator<<(std::ostream& stream, const Component& component);
 bool SameBits(const PositionMatrix& left, const PositionMatrix& right);
 MATCHER_P(HasBitsOf, expected, "") { return SameBits(arg, expected); }
 
-/// An embedded CAD host on a platform and a folder of its own.
-class MatrixBench {
+/// An embedded CAD host on a platform of its own, with one product open.
+class Stage {
  public:
-  /// Opens a product made of `root` and takes it as the one to work on.
-  void GivenProduct(const Node& root);
+  /// Opens a product made of `tree` and takes it as the one to work on.
+  void GivenProduct(const Node& tree);
   /// Opens a flat product whose children have these part numbers, all at the origin.
   void GivenFlat(const std::vector<std::string>& partNumbers);
-  /// Makes the file "matrix.xml" from a tree or a text.
-  void GivenMatrix(const Node& tree) { folder.Write("matrix.xml", MatrixText(tree)); }
-  void GivenMatrixText(const std::string& text) { folder.Write("matrix.xml", text); }
 
-  std::string MatrixPath() const { return folder.Path("matrix.xml"); }
   Ref<zorva::Product> Child(int index) { return root->Products()->Item(index); }
   std::vector<Component> Components();
   std::vector<PositionMatrix> Positions();
   std::vector<std::string> Names();
   Gate& TheGate() { return *platform.TheGate(); }
 
+  TestPlatform platform;
+  CadHost host{{platform.TheGate(), std::make_shared<NativeContents>(platform.TheGate()), {}}};
+  Ref<zorva::ProductDocument> document;
+  Ref<zorva::Product> root;
+};
+
+/// A stage with the file "matrix.xml" in a folder of its own.
+class MatrixBench : public Stage {
+ public:
+  void GivenMatrix(const Node& tree) { folder.Write("matrix.xml", MatrixText(tree)); }
+  void GivenMatrixText(const std::string& text) { folder.Write("matrix.xml", text); }
+  std::string MatrixPath() const { return folder.Path("matrix.xml"); }
+
   bool Create() { return matrice.CreateXMLFile(root, MatrixPath()); }
   bool Process() { return matrice.ProcessXMLFile(root, MatrixPath()); }
   bool PositionAll(bool all) { return matrice.PositionAllInstances(root, MatrixPath(), all, document->Selection()); }
 
-  TestPlatform platform;
   TemporaryFolder folder;
-  CadHost host{{platform.TheGate(), std::make_shared<NativeContents>(platform.TheGate()), {}}};
   Cls_Matrice matrice;
-  Ref<zorva::ProductDocument> document;
-  Ref<zorva::Product> root;
 };
 
 /// The critical box of the matrix operations.

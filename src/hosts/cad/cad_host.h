@@ -12,12 +12,16 @@
 
 namespace quintara {
 
+namespace cad {
+class Session;
+}  // namespace cad
+
 /// How a component is loaded: in design form; without it (its part number can't be read); or not
 /// loaded at all (only its name and position are there).
 enum class ComponentForm { kDesign, kWithoutDesign, kUnloaded };
 
 /// The form in which a node is to be loaded. Given the path of instance names from the root,
-/// parted by backslashes, without the root's own.
+/// parted by backslashes, without the root's own; the root itself is asked for by the empty text.
 using FormChoice = std::function<ComponentForm(const std::string& instancePath)>;
 
 /// The embedded CAD host: product documents as files of the work directory, behind the contract
@@ -65,7 +69,7 @@ class CadHost {
   int Redraws() const;
 
  private:
-  std::shared_ptr<class CadSession> session_;
+  std::shared_ptr<cad::Session> session_;
 };
 
 /// Writes `structure` as one `.ZVAProduct` file for each assembly, named after its part number, in

@@ -1,0 +1,77 @@
+#include "hosts/cad/selection.h"
+
+#include <string>
+
+#include "hosts/cad/occurrence.h"
+#include "hosts/cad/session.h"
+
+namespace quintara::cad {
+namespace {
+
+// The product whose children `object` stands for: itself, or the owner of the collection.
+std::shared_ptr<Occurrence> TargetOf(const Ref<AnyObject>& object) {
+  if (const auto product = object->AsProduct()) return OccurrenceOf(product);
+  const auto children = std::dynamic_pointer_cast<ChildrenObject>(object.Shared());
+  if (!children) throw Failure(failure::kTypeMismatch, "Type mismatch: the selected object belongs to another host");
+  auto owner = children->TheOwner();
+  owner->RequireAlive();
+  return owner;
+}
+
+}  // namespace
+
+int SelectionObject::Count() {
+  Pass<"Count">();
+  return static_cast<int>(entries_.size());
+}
+
+Ref<zorva::SelectedElement> SelectionObject::Item(int index) {
+  Pass<"Item">([&] { return std::to_string(index); });
+  if (index < 1 || std::cmp_greater(index, entries_.size())) {
+    throw Failure(failure::kSubscriptOutOfRange, "Subscript out of range: " + std::to_string(index) + " of the " +
+                                                     std::to_string(entries_.size()) + " selected objects");
+  }
+  return MakeRef<SelectedElementObject>(life_, shared_from_this(), entries_[static_cast<std::size_t>(index) - 1]);
+}
+
+void SelectionObject::Add(const Ref<AnyObject>& object) {
+  Pass<"Add">();
+  if (!object->AsProduct() && !object->AsProducts()) {
+    throw Failure(failure::kTypeMismatch, "Type mismatch: only products and their children can be selected");
+  }
+  TargetOf(object);
+  entries_.push_back(object);
+}
+
+void SelectionObject::Clear() {
+  Pass<"Clear">();
+  entries_.clear();
+}
+
+void SelectionObject::Copy() {
+  Pass<"Copy">();
+  if (entries_.empty()) throw Failure(failure::kInvalidCall, "Nothing is selected that could be copied");
+  std::vector<std::shared_ptr<Occurrence>> sources;
+  for (const auto& entry : entries_) {
+    const auto product = entry->AsProduct();
+    if (!product) throw Failure(failure::kInvalidCall, "Only products can be copied");
+    sources.push_back(OccurrenceOf(product));
+  }
+  life_->TheSession()->Copy(sources);
+}
+
+void SelectionObject::Paste() {
+  Pass<"Paste">();
+  if (entries_.size() != 1) {
+    throw Failure(failure::kInvalidCall,
+                  "One object must be selected to paste into, not " + std::to_string(entries_.size()));
+  }
+  life_->TheSession()->Paste(*TargetOf(entries_.front()));
+}
+
+Ref<AnyObject> SelectedElementObject::Value() {
+  Pass<"Value">();
+  return value_;
+}
+
+}  // namespace quintara::cad

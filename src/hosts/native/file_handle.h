@@ -1,0 +1,46 @@
+#pragma once
+
+#include <cstddef>
+#include <filesystem>
+#include <string>
+#include <system_error>
+
+/// The few calls of the operating system that whole files need: one half for each platform.
+namespace quintara::native {
+
+/// An open file; closed when it goes. `Error` tells what the last call that gave False met with.
+class FileHandle {
+ public:
+  enum class Use { kRead, kReplace, kAppend };
+
+  FileHandle(const std::filesystem::path& path, Use use);
+  ~FileHandle();
+  FileHandle(const FileHandle&) = delete;
+  FileHandle& operator=(const FileHandle&) = delete;
+
+  bool IsOpen() const noexcept { return descriptor_ >= 0; }
+  const std::error_code& Error() const noexcept { return error_; }
+  /// False for a device, a pipe and whatever else is no file of a disk.
+  bool IsRegular() const;
+
+  /// Appends all that is left to `bytes`.
+  bool ReadAll(std::string& bytes);
+  bool WriteAll(const std::string& bytes);
+  /// Brings what was written to the disk.
+  bool Sync();
+  bool Close();
+
+ private:
+  bool NoteError();
+
+  int descriptor_;
+  std::error_code error_;
+};
+
+/// Renames a file in one step; a file named `to` is replaced.
+std::error_code Replace(const std::filesystem::path& from, const std::filesystem::path& to);
+
+/// The value of an environment variable as UTF-8; empty when it isn't set.
+std::string EnvironmentValue(const std::string& name);
+
+}  // namespace quintara::native

@@ -1,0 +1,139 @@
+#include <filesystem>
+#include <system_error>
+#include <utility>
+#include <vector>
+
+#include "base/failure.h"
+#include "base/text.h"
+#include "base/xml.h"
+#include "hosts/vault/embedded_vault.h"
+#include "hosts/vault/file_names.h"
+#include "hosts/vault/file_store.h"
+#include "hosts/vault/migrations.h"
+#include "hosts/vault/schema_setup.h"
+
+namespace quintara {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr auto kFolderFile = "vault.xml";
+constexpr auto kDatabaseFile = "vault.sqlite";
+
+std::string In(const std::string& folder, const std::string& name) {
+  return FromPath(ToPath(folder) / ToPath(name));
+}
+
+/// The files and folders made so far; those that were there before stay.
+class MadePaths {
+ public:
+  ~MadePaths() {
+    std::error_code ignored;
+    for (auto path = paths_.rbegin(); path != paths_.rend(); ++path) fs::remove_all(ToPath(*path), ignored);
+  }
+  MadePaths() = default;
+  MadePaths(const MadePaths&) = delete;
+  MadePaths& operator=(const MadePaths&) = delete;
+
+  void Note(const std::string& path) {
+    std::error_code ignored;
+    if (!fs::exists(ToPath(path), ignored)) paths_.push_back(path);
+  }
+  void MakeFolder(const std::string& path) {
+    Note(path);
+    std::error_code error;
+    fs::create_directories(ToPath(path), error);
+    if (error) throw Failure(failure::kPathAccess, "The folder \"" + path + "\" can't be made: " + error.message());
+  }
+  void Keep() { paths_.clear(); }
+
+ private:
+  std::vector<std::string> paths_;
+};
+
+std::string FolderText(const VaultPlan& plan) {
+  XmlDocument document;
+  auto root = document.Node().append_child("Vault");
+  root.append_attribute("Connection") = plan.connection.c_str();
+  root.append_attribute("Store") = plan.store.empty() ? "" : vault::NormalPath(plan.store).c_str();
+  return document.Text();
+}
+
+void MakeBase(const VaultPlan& plan, const std::string& base, FileContents& files, MadePaths& made) {
+  made.MakeFolder(base);
+  made.MakeFolder(In(base, "QNTR"));
+  files.Write(In(In(base, "QNTR"), "ProjectQNTR.zvavba"), "# Procedures that the CAD host runs for Quintara\nRetrieveMatrix.UpdateDisplay\n");
+  if (plan.texts.empty()) return;
+  std::error_code error;
+  fs::copy(ToPath(plan.texts), ToPath(In(base, "NLS")), fs::copy_options::recursive, error);
+  if (error) throw Failure(failure::kPathAccess, "The texts can't be copied from \"" + plan.texts + "\": " + error.message());
+}
+
+// Gives whether a vault was there to be joined.
+void MakeDatabase(const VaultPlan& plan, const std::string& connection) {
+  vault::Database database(connection);
+  if (vault::SchemaVersion(database) != 0) {
+    if (plan.connection.empty() || plan.store.empty()) {
+      throw Failure(failure::kPathAccess, "The database holds a vault already; to join it, its store must be named");
+    }
+    return;
+  }
+  database.Begin(true);
+  try {
+    vault::MakeTables(database);
+    vault::SetUpSchema(database, plan);
+    database.Commit();
+  } catch (const std::exception&) {
+    database.Rollback();
+    throw;
+  }
+}
+
+// Who may read the folder's file may read the password in it.
+void ProtectFolderFile(const std::string& path) {
+  std::error_code ignored;
+  fs::permissions(ToPath(path), fs::perms::owner_read | fs::perms::owner_write, ignored);
+}
+
+}  // namespace
+
+SettingsColumns SettingsColumns::OfGeneration(const std::string& prefix) {
+  return {prefix + "ID",      prefix + "USER_ID", prefix + "SECTION",
+          prefix + "SUBJECT", prefix + "VALUE_",  prefix + "VALUE_LONG"};
+}
+
+VaultFolder ReadVaultFolder(const std::string& folder, FileContents& files) {
+  const auto absolute = vault::NormalPath(folder);
+  const auto path = In(absolute, kFolderFile);
+  std::error_code ignored;
+  if (!fs::exists(ToPath(path), ignored)) throw Failure(failure::kPathNotFound, "\"" + folder + "\" is no vault");
+  XmlDocument document;
+  if (!document.Parse(files.Read(path)) || vault::FileNameOf(absolute).empty()) {
+    throw Failure(failure::kInvalidFormat, "The file \"" + path + "\" is broken: " + document.ParseError().reason);
+  }
+  const std::string connection = document.Root().attribute("Connection").value();
+  const std::string store = document.Root().attribute("Store").value();
+  return {absolute, connection.empty() ? "sqlite:" + In(absolute, kDatabaseFile) : connection,
+          store.empty() ? In(absolute, "store") : store, In(absolute, "base")};
+}
+
+void InitVault(const VaultPlan& plan, FileContents& files) {
+  const auto folder = vault::NormalPath(plan.folder);
+  const auto folderFile = In(folder, kFolderFile);
+  std::error_code ignored;
+  if (fs::exists(ToPath(folderFile), ignored)) throw Failure(failure::kPathAccess, "There is a vault in \"" + plan.folder + "\" already");
+  MadePaths made;
+  made.MakeFolder(folder);
+  const auto store = plan.store.empty() ? In(folder, "store") : vault::NormalPath(plan.store);
+  made.Note(store);
+  vault::FileStore(store, files).Make();
+  MakeBase(plan, In(folder, "base"), files, made);
+  for (const auto* name : {"vault.sqlite", "vault.sqlite-wal", "vault.sqlite-shm", kFolderFile}) made.Note(In(folder, name));
+  files.Write(folderFile, FolderText(plan));
+  ProtectFolderFile(folderFile);
+  // Last, since a database of a server can't be taken back once it is made.
+  MakeDatabase(plan, plan.connection.empty() ? "sqlite:" + In(folder, kDatabaseFile) : plan.connection);
+  made.Keep();
+}
+
+}  // namespace quintara

@@ -1,0 +1,61 @@
+#include "hosts/vault/integration_side.h"
+
+#include <utility>
+
+#include "hosts/vault/file_copies.h"
+#include "hosts/vault/links.h"
+#include "hosts/vault/object.h"
+#include "hosts/vault/object_storage.h"
+#include "hosts/vault/working_copies.h"
+
+namespace quintara::vault {
+
+IntegrationSide::IntegrationSide(std::shared_ptr<Core> core) : core_(std::move(core)) {}
+
+std::optional<IntegrationVault::Identity> IntegrationSide::NotedObject(const std::string& path) {
+  core_->TheGate().Pass("IntegrationVault.NotedObject", [&] { return path; });
+  core_->RequireLoggedOn();
+  const auto id = vault::NotedObject(*core_, path);
+  if (!id) return std::nullopt;
+  return Identity{FindRow(core_->Data(), *id)->classId, *id};
+}
+
+void IntegrationSide::InTransaction(const std::function<void()>& body) {
+  core_->InTransaction(body);
+}
+
+void IntegrationSide::ReplaceChild(const Ref<veldora::VdObject>& parent, const Ref<veldora::VdObject>& oldChild,
+                                   const Ref<veldora::VdObject>& newChild) {
+  core_->TheGate().Pass("IntegrationVault.ReplaceChild");
+  core_->RequireLoggedOn();
+  vault::ReplaceChild(*DataOf(parent), *DataOf(oldChild), *DataOf(newChild));
+}
+
+bool IntegrationSide::StoreWorkingCopy(const Ref<veldora::VdObject>& object) {
+  core_->TheGate().Pass("IntegrationVault.StoreWorkingCopy");
+  core_->RequireLoggedOn();
+  bool stored = false;
+  core_->InTransaction([&] { stored = vault::StoreWorkingCopy(*DataOf(object)); });
+  if (stored) RefreshKept(*DataOf(object));
+  return stored;
+}
+
+void IntegrationSide::CopyStructureToWork(const Ref<veldora::VdObject>& object) {
+  core_->TheGate().Pass("IntegrationVault.CopyStructureToWork");
+  core_->RequireLoggedOn();
+  CopyStructure(*DataOf(object));
+}
+
+std::string IntegrationSide::ConfigInForce(const std::string& path) {
+  core_->TheGate().Pass("IntegrationVault.ConfigInForce", [&] { return path; });
+  core_->RequireLoggedOn();
+  if (core_->Options().zorvaStartedFirst) return core_->ConfigValue(path);
+  const auto value = core_->ConfigAtLogOn().find(path);
+  return value == core_->ConfigAtLogOn().end() ? std::string() : value->second;
+}
+
+std::string IntegrationSide::WorkDirectory() {
+  return core_->Options().workDirectory;
+}
+
+}  // namespace quintara::vault

@@ -1,0 +1,59 @@
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "hosts/vault/deposits.h"
+#include "hosts/vault/object_data.h"
+
+namespace quintara::vault {
+
+using AttributeValues = std::map<std::string, SqlValue>;
+
+/// What the vault keeps of an object beside its attributes.
+struct ObjectRow {
+  std::int16_t classId = 0;
+  std::string identity;
+  std::int64_t version = 0;
+  std::int32_t owner = 0;     ///< who may change it; 0 is nobody in particular
+  std::int64_t deposit = 0;  ///< 0 without a file
+};
+
+/// Nothing for an object that isn't there.
+std::optional<ObjectRow> FindRow(Database& database, std::int32_t id);
+/// Fails, naming the object, for one that isn't there or was never stored.
+ObjectRow RowOf(const ObjectData& object);
+ObjectRow RowOf(Core& core, const ClassInfo& info, std::int32_t id);
+std::optional<Deposit> DepositOf(const ObjectData& object);
+
+/// The state as it stands in the database; 0 for a class without a life cycle.
+int StateOf(const ObjectData& object);
+/// Fails unless the user may change the object now: checked in, released, or checked out by another
+/// user it can't be.
+void RequireChangeable(const ObjectData& object);
+void RequireChangeable(Core& core, const ClassInfo& info, std::int32_t id);
+
+/// Stores a new object, its masks and file included, in a transaction of its own.
+void Insert(ObjectData& object);
+/// Stores the changed attributes, a new file included, in a transaction of its own.
+void Update(ObjectData& object);
+/// Makes the file at `path` the object's content, without asking for its state; in a transaction.
+void TakeContent(const ObjectData& object, const std::string& path);
+
+/// Writes a row of attribute values as they are; in a transaction.
+void InsertValues(Database& database, const ClassInfo& info, const std::vector<SqlValue>& values);
+/// Writes these attributes of a stored object, and who did it when; in a transaction.
+void SetValues(const ObjectData& object, const AttributeValues& values);
+
+/// Reads again the attributes that the vault itself keeps.
+void RefreshKept(ObjectData& object);
+
+/// The next value of a class's mask as text; fails for an attribute without one.
+std::string NextMaskValue(Core& core, const ClassInfo& info, const std::string& attribute);
+std::string FirstMaskRevision(Core& core, const ClassInfo& info, const std::string& attribute);
+bool HasMask(Core& core, const ClassInfo& info, const std::string& attribute);
+
+}  // namespace quintara::vault

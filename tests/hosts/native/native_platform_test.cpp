@@ -1,0 +1,157 @@
+#include "hosts/native/native_platform.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <cstdlib>
+#include <filesystem>
+
+#include "support/test_platform.h"
+
+namespace quintara {
+namespace {
+
+class Thing : public AnyObject {};
+
+class NativePlatformTest : public testing::Test {
+ protected:
+  int NumberOf(const std::function<void()>& body) {
+    try {
+      body();
+    } catch (const Failure& failure) {
+      return failure.Number();
+    }
+    return 0;
+  }
+
+  std::shared_ptr<Gate> gate = std::make_shared<Gate>();
+  NativePlatform platform{gate, {}};
+};
+
+TEST_F(NativePlatformTest, AttachesToWhatWasRegisteredUnderAnyCapitals) {
+  const Ref<AnyObject> thing = MakeRef<Thing>();
+
+  platform.Register("ZORVA.Application", thing);
+
+  EXPECT_EQ(platform.Attach("zorva.APPLICATION"), thing);
+}
+
+TEST_F(NativePlatformTest, AttachesToTheLastRegistered) {
+  const Ref<AnyObject> thing = MakeRef<Thing>();
+  platform.Register("ZORVA.Application", MakeRef<Thing>());
+
+  platform.Register("Zorva.Application", thing);
+
+  EXPECT_EQ(platform.Attach("ZORVA.Application"), thing);
+}
+
+TEST_F(NativePlatformTest, CannotAttachToWhatDoesNotRun) {
+  platform.RegisterMaker("ZORVA.Application", [] { return Ref<AnyObject>(MakeRef<Thing>()); });
+
+  EXPECT_EQ(NumberOf([&] { platform.Attach("ZORVA.Application"); }), failure::kCannotCreateObject);
+}
+
+TEST_F(NativePlatformTest, CreatesByItsMakersOnly) {
+  platform.Register("Excel.Application", MakeRef<Thing>());
+  platform.RegisterMaker("Thing", [] { return Ref<AnyObject>(MakeRef<Thing>()); });
+
+  EXPECT_TRUE(platform.Create("thing"));
+  EXPECT_EQ(NumberOf([&] { platform.Create("Excel.Application"); }), failure::kCannotCreateObject);
+}
+
+TEST_F(NativePlatformTest, AFailureOfAMakerComesOut) {
+  platform.RegisterMaker("Thing", []() -> Ref<AnyObject> { throw Failure(failure::kDeviceError); });
+
+  EXPECT_EQ(NumberOf([&] { platform.Create("Thing"); }), failure::kDeviceError);
+}
+
+TEST_F(NativePlatformTest, CreatesTheFileSystemFromTheStart) {
+  const test::TemporaryFolder folder;
+
+  const auto created = platform.Create("Scripting.FileSystemObject");
+
+  EXPECT_TRUE(created->AsFileSystemObject()->FolderExists(folder.Path()));
+  EXPECT_TRUE(platform.FileSystem()->FolderExists(folder.Path()));
+}
+
+TEST_F(NativePlatformTest, WithoutAnyoneToAskABoxIsAnsweredWithOk) {
+  EXPECT_EQ(platform.ShowBox("text", box::kYesNo, "title"), answer::kOk);
+}
+
+TEST_F(NativePlatformTest, SleepsAndThenTellsItsListenersInTheirOrder) {
+  std::string told;
+  platform.OnSleep([&] { told += "a"; });
+  platform.OnSleep([&] { told += "b"; });
+  const auto start = std::chrono::steady_clock::now();
+
+  platform.Sleep(20);
+
+  EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(20));
+  EXPECT_EQ(told, "ab");
+}
+
+TEST_F(NativePlatformTest, AListenerMayAddAnother) {
+  int told = 0;
+  platform.OnYield([&] {
+    if (told++ == 0) platform.OnYield([&] { told += 10; });
+  });
+
+  platform.Yield();
+
+  EXPECT_EQ(told, 11);
+}
+
+#ifndef _WIN32
+TEST_F(NativePlatformTest, GivesTheEnvironment) {
+  ::setenv("QUINTARA_TEST_VALUE", "Größe", 1);
+
+  EXPECT_EQ(platform.Environment("QUINTARA_TEST_VALUE"), "Größe");
+  EXPECT_EQ(platform.Environment("QUINTARA_TEST_ABSENT"), "");
+}
+#endif
+
+TEST_F(NativePlatformTest, AnEventIsOneLineAtTheEndOfTheLog) {
+  const test::TemporaryFolder folder;
+
+  platform.LogEvent(folder.Path("a.log"), "started", 4);
+  platform.LogEvent(folder.Path("a.log"), "failed:\r\nno", 1);
+
+  EXPECT_EQ(folder.Read("a.log"), "INFORMATION started\nERROR failed:  no\n");
+}
+
+TEST_F(NativePlatformTest, ALogThatCannotBeWrittenFails) {
+  const test::TemporaryFolder folder;
+
+  EXPECT_EQ(NumberOf([&] { platform.LogEvent(folder.Path("absent/a.log"), "text", 4); }), failure::kPathNotFound);
+}
+
+TEST(TestPlatformTest, IsInstalledWhileItLivesAndRecordsBoxesAndSleeps) {
+  {
+    test::TestPlatform platform;
+    platform.answers = {answer::kYes, answer::kNo};
+
+    EXPECT_EQ(ThePlatform().ShowBox("a", box::kYesNo, "t"), answer::kYes);
+    EXPECT_EQ(ThePlatform().ShowBox("b", box::kYesNo, "t"), answer::kNo);
+    EXPECT_EQ(ThePlatform().ShowBox("c", box::kOkOnly, "t"), answer::kOk);
+    ThePlatform().Sleep(6000);
+
+    EXPECT_EQ(platform.Boxes(), (std::vector<test::Box>{{"a", 4, "t"}, {"b", 4, "t"}, {"c", 0, "t"}}));
+    EXPECT_EQ(platform.Sleeps(), (std::vector<int>{6000}));
+  }
+  EXPECT_THROW(ThePlatform(), Failure);
+}
+
+TEST(TemporaryFolderTest, GoesWithAllItHolds) {
+  std::string path;
+  {
+    const test::TemporaryFolder folder;
+    path = folder.Path();
+    folder.Write("a", "");
+  }
+
+  EXPECT_FALSE(std::filesystem::exists(path));
+}
+
+}  // namespace
+}  // namespace quintara

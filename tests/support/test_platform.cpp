@@ -1,0 +1,39 @@
+#include "support/test_platform.h"
+
+#include <utility>
+
+namespace quintara::test {
+namespace {
+
+// A test doesn't wait; it only wants to know how long it would have.
+class PatientPlatform : public NativePlatform {
+ public:
+  PatientPlatform(std::shared_ptr<Gate> gate, BoxHandler showBox, std::vector<int>& sleeps)
+      : NativePlatform(std::move(gate), std::move(showBox)), sleeps_(sleeps) {}
+
+ protected:
+  void Pause(int milliseconds) override { sleeps_.push_back(milliseconds); }
+
+ private:
+  std::vector<int>& sleeps_;
+};
+
+}  // namespace
+
+TestPlatform::TestPlatform() {
+  auto showBox = [this](const std::string& text, int style, const std::string& title) {
+    boxes_.push_back({text, style, title});
+    if (answers.empty()) return answer::kOk;
+    const int given = answers.front();
+    answers.pop_front();
+    return given;
+  };
+  platform_ = std::make_shared<PatientPlatform>(gate_, showBox, sleeps_);
+  before_ = InstallPlatform(platform_);
+}
+
+TestPlatform::~TestPlatform() {
+  InstallPlatform(std::move(before_));
+}
+
+}  // namespace quintara::test
