@@ -1,0 +1,15 @@
+#pragma once
+
+namespace quintara {
+
+/// Makes Ctrl-C and a request to end stop the work at its next step, so that it cleans up behind
+/// itself. The second one ends the process at once.
+void CatchInterruptions();
+
+/// True once an interruption has come.
+bool WasInterrupted();
+
+/// Fails once an interruption has come.
+void ThrowIfInterrupted();
+
+}  // namespace quintara

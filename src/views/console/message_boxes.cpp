@@ -1,0 +1,68 @@
+#include "views/console/message_boxes.h"
+
+#include <istream>
+#include <ostream>
+
+#include "access/contracts/platform.h"
+#include "base/text.h"
+#include "views/console/screen_text.h"
+
+namespace quintara {
+namespace {
+
+constexpr int kButtons = 0x0F;
+constexpr int kIcon = 0xF0;
+
+std::string Trimmed(const std::string& text) {
+  constexpr auto kBlanks = " \t\r\n";
+  const auto first = text.find_first_not_of(kBlanks);
+  if (first == std::string::npos) return {};
+  return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
+}
+
+bool Means(const std::string& typed, const std::string& button) {
+  return !typed.empty() && IsUtf8(typed) && Capitals(button).starts_with(Capitals(typed));
+}
+
+}  // namespace
+
+struct MessageBoxes::Choice {
+  const char* accept;
+  const char* refuse;
+  int accepted;
+  int refused;
+};
+
+MessageBoxes::MessageBoxes(std::istream& in, std::ostream& out, Answers answers)
+    : in_(in), out_(out), answers_(answers) {}
+
+int MessageBoxes::Show(const std::string& text, int style, const std::string& title) {
+  out_ << OneLine(title) << ": " << Lines(text);
+  switch (style & kButtons) {
+    case box::kYesNo: return Ask({"Yes", "No", answer::kYes, answer::kNo});
+    case box::kOkCancel: return Ask({"OK", "Cancel", answer::kOk, answer::kCancel});
+    default: break;
+  }
+  out_ << std::endl;
+  if ((style & kIcon) != box::kInformation) failureShown_ = true;
+  return answer::kOk;
+}
+
+int MessageBoxes::Ask(const Choice& choice) {
+  const auto end = [&](bool accepted) {
+    out_ << (accepted ? choice.accept : choice.refuse) << std::endl;
+    return accepted ? choice.accepted : choice.refused;
+  };
+  const auto question = std::string(" [") + choice.accept + "/" + choice.refuse + "] ";
+  out_ << question;
+  if (answers_ != Answers::kAsk) return end(answers_ == Answers::kYes);
+  out_ << std::flush;
+  for (std::string line; std::getline(in_, line); out_ << question << std::flush) {
+    const auto typed = Trimmed(line);
+    if (Means(typed, choice.accept)) return choice.accepted;
+    if (Means(typed, choice.refuse)) return choice.refused;
+  }
+  return end(false);
+}
+
+}  // namespace quintara
