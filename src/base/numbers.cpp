@@ -10,10 +10,16 @@ namespace {
 
 constexpr std::size_t kLongestQuote = 40;
 
+// Cut between characters, never inside one.
+std::string Quote(std::string_view text) {
+  if (text.size() <= kLongestQuote) return "\"" + std::string(text) + "\"";
+  std::size_t length = kLongestQuote;
+  while (length > 0 && (static_cast<unsigned char>(text[length]) & 0xC0U) == 0x80U) --length;
+  return "\"" + std::string(text.substr(0, length)) + "...\"";
+}
+
 [[noreturn]] void ThrowNoNumber(std::string_view text) {
-  throw Failure(failure::kTypeMismatch,
-                "Type mismatch: \"" + std::string(text.substr(0, kLongestQuote)) +
-                    (text.size() > kLongestQuote ? "...\"" : "\"") + " is not a number");
+  throw Failure(failure::kTypeMismatch, "Type mismatch: " + Quote(text) + " is not a number");
 }
 
 }  // namespace

@@ -61,6 +61,16 @@ class Names {
   std::unordered_set<std::string_view> many_;
 };
 
+// At most one colon, with something on both sides.
+bool IsQualified(std::string_view name) {
+  const auto colon = name.find(':');
+  return colon == name.npos || (colon > 0 && colon + 1 < name.size() && name.find(':', colon + 1) == name.npos);
+}
+
+std::string NoName(std::string_view name) {
+  return "\"" + std::string(name) + "\" is not a name";
+}
+
 class TagScan {
  public:
   explicit TagScan(std::string_view bytes) : bytes_(bytes) {}
@@ -112,12 +122,14 @@ class TagScan {
   std::optional<std::string> StartTag() {
     ++at_;
     const auto element = Name();
+    if (!IsQualified(element)) return NoName(element);
     names_.Clear();
     const auto nextTag = bytes_.find('<', at_);
     for (SkipBlanks(); Here() != '>' && Here() != '/'; SkipBlanks()) {
       const auto name = Name();
       SkipValue();
       if (nextTag < at_) return "the value of attribute " + std::string(name) + " is not well-formed";
+      if (!IsQualified(name)) return NoName(name);
       if (!names_.Insert(name)) return "an attribute of <" + std::string(element) + "> stands twice";
     }
     SkipPast(">");

@@ -16,8 +16,10 @@ std::string Quoted(const std::string& path) {
 
 Cls_Matrice::Cls_Matrice(MatrixDocumentMaker makeDocument) : makeDocument_(std::move(makeDocument)) {}
 
+// A box that can't be shown changes nothing: the result is False all the same.
 void Cls_Matrice::ShowCritical(const std::string& text) {
-  ThePlatform().ShowBox(text, box::kCritical, "QNTR");
+  ErrorState ignored;
+  Attempt(ignored, [&] { ThePlatform().ShowBox(text, box::kCritical, "QNTR"); });
 }
 
 void Cls_Matrice::EnsureUtils() {
@@ -60,33 +62,34 @@ bool Cls_Matrice::CreateXMLFile(const Ref<zorva::Product>& RootProduct, const st
   });
 }
 
+// What both readers begin with: the file, then the children as they stand. `place` is given both.
+template <class Place>
+bool Cls_Matrice::OnFlatProduct(const Ref<zorva::Product>& root, const std::string& path, Place&& place) {
+  EnsureUtils();
+  const auto document = LoadDocument(path);
+  if (!document) return false;
+  FlatProduct product{root, root->Products(), {}, {}};
+  product.count = product.children->Count();
+  if (product.count <= 0) return true;
+  TakeStock(product);
+  MatrixIndex index(document->Node());
+  return place(product, index);
+}
+
 bool Cls_Matrice::ProcessXMLFile(const Ref<zorva::Product>& RootProduct, const std::string& XMLFullPath) {
   return Guarded("ProcessXMLFile", [&] {
-    EnsureUtils();
-    const auto document = LoadDocument(XMLFullPath);
-    if (!document) return false;
-    FlatProduct product{RootProduct, RootProduct->Products(), {}, {}};
-    product.count = product.children->Count();
-    if (product.count <= 0) return true;
-    TakeStock(product);
-    MatrixIndex index(document->Node());
-    return PlaceChildren(product, index);
+    return OnFlatProduct(RootProduct, XMLFullPath,
+                         [&](FlatProduct& product, MatrixIndex& index) { return PlaceChildren(product, index); });
   });
 }
 
 bool Cls_Matrice::PositionAllInstances(const Ref<zorva::Product>& RootProduct, const std::string& XMLFullPath,
                                        bool AllInstancesChecked, const Ref<zorva::Selection>& MySelection) {
   return Guarded("PositionAllInstances", [&] {
-    EnsureUtils();
-    const auto document = LoadDocument(XMLFullPath);
-    if (!document) return false;
-    FlatProduct product{RootProduct, RootProduct->Products(), {}, {}};
-    product.count = product.children->Count();
-    if (product.count <= 0) return true;
-    TakeStock(product);
-    ThinOut(product);
-    MatrixIndex index(document->Node());
-    return PlaceAllInstances(product, index, AllInstancesChecked, MySelection);
+    return OnFlatProduct(RootProduct, XMLFullPath, [&](FlatProduct& product, MatrixIndex& index) {
+      ThinOut(product);
+      return PlaceAllInstances(product, index, AllInstancesChecked, MySelection);
+    });
   });
 }
 

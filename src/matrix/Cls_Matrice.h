@@ -27,9 +27,10 @@ namespace quintara {
 /// position in the parent, XX, XY, XZ, YX ... ZO. Numbers have "." as separator and read back to
 /// the same bits.
 ///
-/// Whatever fails is shown in a critical box, titled "QNTR", that names the operation, and gives
-/// False; nothing is thrown. A file or a product with more than 32,767 elements, children or
-/// attributes of an element overflows the counters.
+/// A failure is shown in a critical box, titled "QNTR", that names the operation, except in the
+/// walk of `CreateXMLFile`; the result is False, and nothing is thrown. More than 32,767 children
+/// of one product overflow the counter of the writer; more than that many elements, attributes of
+/// one element or children overflow those of the readers.
 class Cls_Matrice {
  public:
   /// Uses documents on the platform's files unless told otherwise.
@@ -41,20 +42,24 @@ class Cls_Matrice {
   bool CreateXMLFile(const Ref<zorva::Product>& RootProduct, const std::string& XMLFullPath);
 
   /// Places each child of `RootProduct` at the next free element of its part number, in the frame
-  /// of the matrix's root. A child more than there are elements repeats the position given last.
+  /// of the matrix's root. An element below one whose part number is itself a child's is left out.
+  /// A child more than there are elements repeats the position given last, of whatever part number.
   /// False when a child's part number has no element; the children before it keep their place.
   bool ProcessXMLFile(const Ref<zorva::Product>& RootProduct, const std::string& XMLFullPath);
 
-  /// Takes the children of one part number together, places each at its first element, and, with
-  /// `AllInstancesChecked`, makes a copy for every further element through `MySelection`, the
-  /// selection of the active document. Children get the full instance name of their element.
+  /// First removes, behind each child whose part number stood more than once at the start, the
+  /// following child, whatever it is; False when there is none behind it. Then places one child of
+  /// each part number at its first element and, with `AllInstancesChecked`, makes a copy for every
+  /// further element through `MySelection`, the selection of the active document. Children get the
+  /// full instance name of their element. False when a part number has no element. What was done
+  /// before a failure stays.
   bool PositionAllInstances(const Ref<zorva::Product>& RootProduct, const std::string& XMLFullPath,
                             bool AllInstancesChecked, const Ref<zorva::Selection>& MySelection);
 
  private:
   friend class MatriceInternals;  // the tests' way to the private operations
 
-  // One product, document and list of children on its way through an operation.
+  // One product and its children on their way through an operation.
   struct FlatProduct {
     Ref<zorva::Product> root;
     Ref<zorva::Products> children;
@@ -74,6 +79,9 @@ class Cls_Matrice {
   void EnsureUtils();
   std::unique_ptr<MatrixDocument> NewDocument() const;
   std::unique_ptr<MatrixDocument> LoadDocument(const std::string& path);
+
+  template <class Place>
+  bool OnFlatProduct(const Ref<zorva::Product>& root, const std::string& path, Place&& place);
 
   bool ParseZORVATree(const Ref<zorva::Product>& Product, XmlNode Document);
 

@@ -5,7 +5,6 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
-#include <vector>
 
 #include "base/failure.h"
 
@@ -15,12 +14,7 @@ namespace quintara {
 /// Comparisons are exact.
 class ChildPartNumbers {
  public:
-  void Add(std::string partNumber) {
-    ++counts_[partNumber];
-    inOrder_.push_back(std::move(partNumber));
-  }
-
-  const std::vector<std::string>& InOrder() const noexcept { return inOrder_; }
+  void Add(const std::string& partNumber) { ++counts_[partNumber]; }
 
   int CountOf(std::string_view partNumber) const {
     const auto found = counts_.find(partNumber);
@@ -29,7 +23,7 @@ class ChildPartNumbers {
 
   /// Failure 9 for a list without entries: an empty array has no bounds.
   bool Contains(std::string_view partNumber) const {
-    if (inOrder_.empty()) throw Failure(failure::kSubscriptOutOfRange);
+    if (counts_.empty()) throw Failure(failure::kSubscriptOutOfRange);
     return CountOf(partNumber) > 0;
   }
 
@@ -39,7 +33,6 @@ class ChildPartNumbers {
     std::size_t operator()(std::string_view text) const noexcept { return std::hash<std::string_view>()(text); }
   };
 
-  std::vector<std::string> inOrder_;
   std::unordered_map<std::string, int, Hash, std::equal_to<>> counts_;
 };
 

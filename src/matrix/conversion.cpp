@@ -21,7 +21,7 @@ bool Cls_Matrice::ConvertNodeToXMLElement(XmlNode Node, XMLElement& Element) {
   return Guarded("ConvertNodeToXMLElement", [&] {
     Element = {};
     if (!Node) throw Failure(failure::kObjectNotSet);
-    Counter16(AttributeCount(Node));
+    [[maybe_unused]] const Counter16 count = AttributeCount(Node);
     for (auto attribute = Node.first_attribute(); attribute; attribute = attribute.next_attribute()) {
       if (!StoreAttribute(Element, attribute.name(), attribute.value())) ToDouble(attribute.value());
     }

@@ -24,7 +24,6 @@ XmlNode FirstElement(XmlNode node) {
 
 void MatrixIndex::Build() {
   if (isBuilt_) return;
-  elements_.clear();
   int parent = kNone;
   for (auto node = FirstElement(document_.first_child()); node; node = Next(node, parent)) {
     auto& entry = elements_.emplace_back();

@@ -12,6 +12,7 @@ namespace quintara {
 /// Stands in for the scans of a loaded matrix document: finds elements by part number and by full
 /// name as a scan of all elements in document order would, and keeps what was converted. The
 /// document must live longer and stay unchanged. Elements are numbered from 0 in document order.
+/// All but `Build` need a built index.
 class MatrixIndex {
  public:
   static constexpr int kNone = -1;
@@ -28,8 +29,8 @@ class MatrixIndex {
   /// The first element whose first FULL_INSTANCE_NAME attribute is `fullName`; the last element of
   /// the document if there is none. Failure 91 for a document without elements.
   int FindByFullName(std::string_view fullName) const;
-  /// Failure 6 when a scan that reaches `element` meets one with more than 32,767 attributes,
-  /// where the scan's counter ends.
+  /// Failure 6 when a scan that reaches `element` meets one with more attributes, 32,767, than it
+  /// can count.
   void CheckScanUpTo(int element) const;
   void CheckWholeScan() const { CheckScanUpTo(Size() - 1); }
 
@@ -39,7 +40,6 @@ class MatrixIndex {
   int Parent(int element) const;
   /// A number that stands for the element's part number, or `kNone` without the attribute.
   int PartNumberId(int element) const;
-  int PartNumberIds() const noexcept { return static_cast<int>(partNumbers_.size()); }
   std::string_view PartNumberOf(int partNumberId) const;
 
   /// An element as it was read. Without `isConverted` something in it isn't a number; that is a
@@ -52,7 +52,8 @@ class MatrixIndex {
   Record& RecordOf(int element);
 
   /// Whether some ancestor of an element, or the element itself, is a component of the flat
-  /// product: kept here because the answer holds for all that stands below.
+  /// product: kept here because the answer holds for all that stands below, as long as the list of
+  /// the children stays the same.
   enum class Cover : char { kUnknown, kNo, kYes };
   Cover& CoverOf(int element);
 

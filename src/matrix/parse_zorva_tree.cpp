@@ -4,6 +4,7 @@
 #include <utility>
 #include <vector>
 
+#include "base/failure.h"
 #include "base/numbers.h"
 #include "matrix/Cls_Matrice.h"
 
@@ -22,11 +23,17 @@ struct Level {
   std::string fullName;
 };
 
+// A NUL would end the text before its end.
+const char* Whole(const std::string& text) {
+  if (text.find('\0') != text.npos) throw Failure(failure::kInvalidCall, "A name holds a NUL character");
+  return text.c_str();
+}
+
 void SetAttributes(XmlNode element, const std::string& partNumber, const std::string& instanceName,
                    const std::string& fullName, const PositionMatrix& position) {
-  element.append_attribute("PART_NUMBER") = partNumber.c_str();
-  element.append_attribute("INSTANCE_NAME") = instanceName.c_str();
-  element.append_attribute("FULL_INSTANCE_NAME") = fullName.c_str();
+  element.append_attribute("PART_NUMBER") = Whole(partNumber);
+  element.append_attribute("INSTANCE_NAME") = Whole(instanceName);
+  element.append_attribute("FULL_INSTANCE_NAME") = Whole(fullName);
   for (std::size_t i = 0; i < position.size(); ++i) {
     element.append_attribute(kNumberNames[i]) = NumberText(position[i]).c_str();
   }
@@ -58,7 +65,7 @@ bool Cls_Matrice::ParseZORVATree(const Ref<zorva::Product>& Product, XmlNode Doc
     if (!WriteElement(*utils_, Product, Document, {}, levels.back())) return false;
     while (!levels.empty()) {
       auto& level = levels.back();
-      if (level.done == level.count) {
+      if (level.done >= level.count) {
         levels.pop_back();
         continue;
       }

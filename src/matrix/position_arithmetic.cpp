@@ -1,8 +1,14 @@
 #include "matrix/position_arithmetic.h"
 
+#include <cfloat>
 #include <cstddef>
 
 #include "base/failure.h"
+
+#ifdef __FAST_MATH__
+#error "Equal inputs must give equal bits: no reordered arithmetic"
+#endif
+static_assert(FLT_EVAL_METHOD == 0, "Equal inputs must give equal bits: no wider intermediate results");
 
 namespace quintara {
 namespace {

@@ -70,7 +70,6 @@ bool Cls_Matrice::GetInstancesFromPN(MatrixIndex& Document, const std::string& P
 bool Cls_Matrice::PositionnerXML(MatrixIndex& Document, int element, PositionMatrix& OutMatrix) {
   return Guarded("PositionnerXML", [&] {
     const auto& record = Document.RecordOf(element);
-    Document.CheckScanUpTo(record.chainStart);
     PositionMatrix matrix{};
     if (!ConvertXMLElementToMatrix(record.element, matrix)) return false;
     for (int parent = Document.Parent(record.chainStart); parent != MatrixIndex::kNone;
@@ -101,7 +100,7 @@ bool Cls_Matrice::PlaceChildren(const FlatProduct& product, MatrixIndex& documen
     if (instances.used <= UpperBound(instances.elements)) {
       working = instances.elements[instances.used++];
     }
-    if (working == MatrixIndex::kNone || document.RecordOf(working).element.PartNumber.empty()) continue;
+    if (document.RecordOf(working).element.PartNumber.empty()) continue;
     PositionMatrix position{};
     if (!PositionnerXML(document, working, position)) return false;
     child->Position()->SetComponents(position);

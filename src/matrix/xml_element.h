@@ -16,7 +16,7 @@ struct XMLElement {
   double YX = 0, YY = 0, YZ = 0;
   double ZX = 0, ZY = 0, ZZ = 0;
   double XO = 0, YO = 0, ZO = 0;
-  bool Used = false;  ///< set when the record has been given to a component
+  bool Used = false;  ///< False when read; what has been given away is counted for each part number
 };
 
 /// The numbers of `XMLElement`, in the order of `PositionMatrix`.

@@ -66,5 +66,21 @@ TEST(ToDouble, NamesTheTextInItsFailure) {
   }
 }
 
+TEST(ToDouble, CutsALongTextBetweenCharacters) {
+  const std::string start(39, 'x');
+  try {
+    ToDouble(start + "\xC3\xA4 and more");
+    FAIL();
+  } catch (const Failure& failure) {
+    EXPECT_EQ(failure.Description(), "Type mismatch: \"" + start + "...\" is not a number");
+  }
+}
+
+TEST(TryToDouble, GivesNothingWhereToDoubleFails) {
+  EXPECT_EQ(TryToDouble("1.5"), 1.5);
+  EXPECT_FALSE(TryToDouble("1,5"));
+  EXPECT_FALSE(TryToDouble("inf"));
+}
+
 }  // namespace
 }  // namespace quintara

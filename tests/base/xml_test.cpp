@@ -20,19 +20,61 @@ TEST(XmlDocument, TakesWhatIsWellFormed) {
   for (const char* text :
        {"<a/>", "<?xml version='1.0' encoding='UTF-8'?><a><b c=\"1\"/>text</a>", "\xEF\xBB\xBF<a/>",
         "<!-- c --><?target data?><a/><!-- d -->", "<a><![CDATA[ & < ]]></a>", "<a b='&amp;&lt;&#65;&#x41;'/>",
-        "<a b='\xC3\xA4'/>", "<a>&gt;</a>", "<?xml version='1.0' encoding='us-ascii'?><a/>"}) {
+        "<a b='\xC3\xA4'/>", "<a>&gt;</a>", "<?xml version='1.0' encoding='us-ascii'?><a/>",
+        "<?xml version='1.1' standalone='no'?><a/>"}) {
     EXPECT_TRUE(Parses(text)) << text;
   }
 }
 
 TEST(XmlDocument, RefusesWhatIsNot) {
-  for (const char* text :
-       {"", "   ", "text", "<a>", "<a></b>", "<a/><b/>", "<a/>text", "text<a/>", "<a b='1' b='2'/>", "<a b=1/>",
-        "<a b='1'c='2'/>", "<a b='<'/>", "<a b='&undefined;'/>", "<a>&undefined;</a>", "<a b='&'/>", "<a b='&#0;'/>",
-        "<a b='&#xD800;'/>", "<a>]]></a>", "<!-- a -- b --><a/>", "<a><?xml version='1.0'?></a>",
-        " <?xml version='1.0'?><a/>", "<a b='\x01'/>", "<a b='\xFF'/>", "<a b='\xC0\x80'/>", "<a b='\xEF\xBF\xBF'/>",
-        "<?xml version='1.0' encoding='ISO-8859-1'?><a/>", "<a/><![CDATA[x]]>", "<a"}) {
+  for (const char* text : {"",
+                           "   ",
+                           "text",
+                           "<a>",
+                           "<a></b>",
+                           "<a/><b/>",
+                           "<a/>text",
+                           "text<a/>",
+                           "<a b='1' b='2'/>",
+                           "<a b=1/>",
+                           "<a b='1'c='2'/>",
+                           "<a b='<'/>",
+                           "<a b='&undefined;'/>",
+                           "<a>&undefined;</a>",
+                           "<a b='&'/>",
+                           "<a b='&#0;'/>",
+                           "<a b='&#xD800;'/>",
+                           "<a>]]></a>",
+                           "<!-- a -- b --><a/>",
+                           "<a><?xml version='1.0'?></a>",
+                           " <?xml version='1.0'?><a/>",
+                           "<?xML version='1.0'?><a/>",
+                           "<a b='\x01'/>",
+                           "<a b='\xFF'/>",
+                           "<a b='\xC0\x80'/>",
+                           "<a b='\xEF\xBF\xBF'/>",
+                           "<?xml version='1.0' encoding='ISO-8859-1'?><a/>",
+                           "<a/><![CDATA[x]]>",
+                           "<?XML version='1.0'?><a/>",
+                           "<?XML version='1.0' encoding='UTF-16'?><a/>",
+                           "<!-- c ---><a/>",
+                           "<p:/>",
+                           "<:/>",
+                           "<:a/>",
+                           "<a:b:c/>",
+                           "<a p:=''/>",
+                           "<a :b=''/>",
+                           "<a"}) {
     EXPECT_FALSE(Parses(text)) << text;
+  }
+}
+
+TEST(XmlDocument, RefusesADeclarationThatIsNotWellFormed) {
+  for (const char* declaration :
+       {"", "encoding='UTF-8'", "version='2.0'", "version='1.0<'", "version='1.0' version='1.0'",
+        "encoding='UTF-8' version='1.0'", "version='1.0' other='1'", "version='1.0' encoding='&#85;TF-8'",
+        "version='1.0' standalone='maybe'", "version='1.0' standalone='yes' encoding='UTF-8'"}) {
+    EXPECT_FALSE(Parses("<?xml " + std::string(declaration) + "?><a/>")) << declaration;
   }
 }
 
@@ -97,6 +139,15 @@ TEST(XmlDocument, WritesNothingThatItWouldNotRead) {
 
     EXPECT_THROW(document.Text(), Failure) << value;
   }
+}
+
+TEST(XmlDocument, WritesWhatOnlyLooksLikeAForbiddenReference) {
+  XmlDocument document;
+  const std::string text = "<?target &#1;?><a><!-- &#2; --><![CDATA[&#3;]]>&amp;#4;</a>";
+
+  ASSERT_TRUE(document.Parse(text));
+
+  EXPECT_EQ(document.Text(), text);
 }
 
 TEST(XmlDocument, KeepsWhiteSpaceInAnAttribute) {

@@ -44,6 +44,7 @@ TEST_P(BadMatrixFile, MissingIsRefused) {
 
   ASSERT_EQ(platform.Boxes().size(), 1U);
   EXPECT_THAT(platform.Boxes()[0].text, StartsWith("Error in loading XML file \"" + MatrixPath() + "\" : "));
+  EXPECT_THAT(platform.Boxes()[0].text, ::testing::Not(::testing::EndsWith(" : "))) << "the reason is told";
 }
 
 TEST_P(BadMatrixFile, EmptyIsRefused) { ExpectRefusedWhileLoading("", "the file is empty"); }
@@ -51,6 +52,17 @@ TEST_P(BadMatrixFile, EmptyIsRefused) { ExpectRefusedWhileLoading("", "the file 
 TEST_P(BadMatrixFile, CutOffIsRefused) {
   const std::string whole = MatrixText({"R", "R", At(0), {{"BOLT", "BOLT.1", At(1), {}}}});
   ExpectRefusedWhileLoading(whole.substr(0, whole.size() - 7), "line 1");
+}
+
+TEST_P(BadMatrixFile, CutOffAnywhereIsRefused) {
+  const std::string whole = MatrixText({"R", "R", At(0), {{"BOLT", "BOLT.1", At(1), {}}}});
+  GivenFlat({"BOLT"});
+  for (std::size_t length = 0; length < whole.size(); ++length) {
+    GivenMatrixText(whole.substr(0, length));
+
+    ASSERT_FALSE(Read()) << length;
+  }
+  EXPECT_EQ(platform.Boxes().size(), whole.size());
 }
 
 TEST_P(BadMatrixFile, NoUtf8IsRefused) {
@@ -186,6 +198,28 @@ TEST_P(BadMatrixFile, OneAttributeMoreOverflowsTheOperationThatCounts) {
   EXPECT_FALSE(Read());
 
   EXPECT_THAT(platform.Boxes(), ElementsAre(UnexpectedError("GetInstancesFromPN", "Overflow")));
+}
+
+const std::string kOverlong = ManyAttributes(32'768).substr(2);
+const std::string kNoNumber = "<B PART_NUMBER='BOLT' FULL_INSTANCE_NAME='b' XO='x'/>";
+
+TEST_P(BadMatrixFile, AnOverlongElementFailsBeforeAWrongNumberBehindIt) {
+  GivenMatrixText("<R><L" + kOverlong + kNoNumber + "</R>");
+  GivenFlat({"BOLT"});
+
+  EXPECT_FALSE(Read());
+
+  EXPECT_THAT(platform.Boxes(), ElementsAre(UnexpectedError("GetInstancesFromPN", "Overflow")));
+}
+
+TEST_P(BadMatrixFile, AWrongNumberFailsBeforeAnOverlongElementBehindIt) {
+  GivenMatrixText("<R>" + kNoNumber + "<L" + kOverlong + "</R>");
+  GivenFlat({"BOLT"});
+
+  EXPECT_FALSE(Read());
+
+  EXPECT_THAT(platform.Boxes(),
+              ElementsAre(UnexpectedError("ConvertNodeToXMLElement", "Type mismatch: \"x\" is not a number")));
 }
 
 TEST_P(BadMatrixFile, AsManyChildrenAsTheCounterHoldsAreCounted) {

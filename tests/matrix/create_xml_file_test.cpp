@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <stdexcept>
 #include <string>
 
 #include "base/xml.h"
@@ -137,7 +138,7 @@ TEST_F(CreateXMLFile, WritesAPartThatIsNotInDesignForm) {
   EXPECT_THROW(Child(1)->PartNumber(), Failure) << "the component is set back";
 }
 
-TEST_F(CreateXMLFile, GivesAsilentFalseForAPartWithoutPartNumber) {
+TEST_F(CreateXMLFile, GivesASilentFalseForAPartWithoutPartNumber) {
   GivenProduct(TreeWithANamelessPart());
   folder.Write("matrix.xml", "old");
 
@@ -216,16 +217,62 @@ TEST_F(CreateXMLFile, ShowsAFailingWriteAndKeepsTheOldFile) {
   EXPECT_THAT(folder.Names(), ElementsAre("matrix.xml"));
 }
 
-TEST_F(CreateXMLFile, ShowsAFailingDeletionAndKeepsTheOldFile) {
+// The walk over a root without children makes seven calls, the writing beside is the eighth.
+TEST_F(CreateXMLFile, CleansUpAfterAFailingTestForTheOldFile) {
   GivenProduct({"A", "A", At(0), {}});
   folder.Write("matrix.xml", "old");
-  TheGate().FailOperation("FileSystem.DeleteFile", 1, Failure(failure::kPermissionDenied));
-  TheGate().FailCall(1000);
+  TheGate().FailCall(9);
 
   EXPECT_FALSE(Create());
 
-  EXPECT_THAT(platform.Boxes(), ElementsAre(UnexpectedError("CreateXMLFile", "Permission denied")));
+  EXPECT_THAT(platform.Boxes(), ElementsAre(UnexpectedError("CreateXMLFile", "Injected failure")));
   EXPECT_EQ(folder.Read("matrix.xml"), "old");
+  EXPECT_THAT(folder.Names(), ElementsAre("matrix.xml"));
+}
+
+TEST_F(CreateXMLFile, CleansUpAfterAFailingDeletionOfTheOldFile) {
+  GivenProduct({"A", "A", At(0), {}});
+  folder.Write("matrix.xml", "old");
+  TheGate().FailCall(10);
+
+  EXPECT_FALSE(Create());
+
+  EXPECT_THAT(platform.Boxes(), ElementsAre(UnexpectedError("CreateXMLFile", "Injected failure")));
+  EXPECT_EQ(folder.Read("matrix.xml"), "old");
+  EXPECT_THAT(folder.Names(), ElementsAre("matrix.xml"));
+}
+
+TEST_F(CreateXMLFile, ShowsAForeignExceptionToo) {
+  GivenProduct({"A", "A", At(0), {}});
+  Cls_Matrice faulty([]() -> std::unique_ptr<MatrixDocument> { throw std::runtime_error("foreign"); });
+
+  EXPECT_FALSE(faulty.CreateXMLFile(root, MatrixPath()));
+  EXPECT_FALSE(faulty.ProcessXMLFile(root, MatrixPath()));
+  EXPECT_FALSE(faulty.PositionAllInstances(root, MatrixPath(), true, document->Selection()));
+
+  EXPECT_THAT(platform.Boxes(), ElementsAre(UnexpectedError("CreateXMLFile", "foreign"), UnexpectedError("ProcessXMLFile", "foreign"),
+                                            UnexpectedError("PositionAllInstances", "foreign")));
+}
+
+TEST_F(CreateXMLFile, GivesASilentFalseForANameWithANul) {
+  GivenProduct({"A", "A", At(0), {{"B", std::string("x\0y", 3), At(0), {}}}});
+
+  EXPECT_FALSE(Create());
+
+  EXPECT_FALSE(folder.Has("matrix.xml"));
+  EXPECT_THAT(platform.Boxes(), IsEmpty());
+}
+
+TEST_F(CreateXMLFile, WritesMoreElementsOverSeveralLevelsThanOneProductMayHold) {
+  Node group{"G", "G", At(0), {}};
+  group.children.assign(200, {"B", "B", At(0), {}});
+  Node tree{"R", "R", At(0), {}};
+  tree.children.assign(200, group);
+  GivenProduct(tree);
+
+  EXPECT_TRUE(Create());
+
+  EXPECT_EQ(std::ranges::distance(Written().last_child().children()), 200);
 }
 
 TEST_F(CreateXMLFile, KeepsTheNewFileBesideWhenItCannotBePutInPlace) {

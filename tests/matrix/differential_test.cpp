@@ -42,17 +42,25 @@ class RandomCase {
 
   std::size_t Standing() { return static_cast<std::size_t>(Number(0, static_cast<int>(standing_.size()) - 1)); }
 
+  // What a second attribute of the same base name says.
+  std::string SecondValue(const std::string& name, const std::string& value) {
+    if (name.size() == 2) return Chance(20) ? value + "B" : NumberText();
+    if (name == "FULL_INSTANCE_NAME" && Chance(2)) return fullNames_[static_cast<std::size_t>(Number(0, static_cast<int>(fullNames_.size()) - 1))];
+    return Chance(2) ? "" : value + "B";
+  }
+
   void AppendAttribute(const std::string& name, const std::string& value) {
     if (Chance(40)) return;
     text_ += " " + std::string(Chance(30) ? "p:" : "") + name + "='" + value + "'";
-    if (Chance(60)) text_ += " q:" + name + "='" + value + "B'";
+    if (Chance(40)) text_ += " q:" + name + "='" + SecondValue(name, value) + "'";
   }
 
   void AppendElement(int depth, const std::string& above) {
     const auto partNumber = PartNumber();
     standing_.push_back(partNumber);
     const auto name = partNumber + "." + std::to_string(Number(1, 4));
-    const auto fullName = above.empty() ? name : above + "\\" + name;
+    const auto fullName = Chance(30) ? "" : above.empty() ? name : above + "\\" + name;
+    fullNames_.push_back(fullName);
     text_ += "<E";
     if (Chance(5)) text_ += " other='1'";
     AppendAttribute("PART_NUMBER", partNumber);
@@ -71,6 +79,7 @@ class RandomCase {
   std::mt19937 random_;
   std::string text_;
   std::vector<std::string> standing_;
+  std::vector<std::string> fullNames_;
   std::vector<std::string> children_;
   int notInDesign_ = 0;
   int unloaded_ = 0;

@@ -120,6 +120,18 @@ TEST_F(MatriceOperations, ANumberThatIsNoneIsShown) {
               ElementsAre(UnexpectedError("ConvertNodeToXMLElement", "Type mismatch: \"1,5\" is not a number")));
 }
 
+TEST_F(MatriceOperations, TheAttributesOfAnElementAreCounted) {
+  auto element = document.Node().append_child("A");
+  for (int i = 0; i < 32'767; ++i) element.append_attribute("a");
+  XMLElement record;
+
+  EXPECT_TRUE(matrice.Convert(element, record));
+  element.append_attribute("a");
+  EXPECT_FALSE(matrice.Convert(element, record));
+
+  EXPECT_THAT(platform.Boxes(), ElementsAre(UnexpectedError("ConvertNodeToXMLElement", "Overflow")));
+}
+
 TEST_F(MatriceOperations, AnArrayWithoutElementsIsShownByTheConversion) {
   EXPECT_FALSE(matrice.ToMatrix({}, {}));
 

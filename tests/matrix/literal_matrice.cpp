@@ -93,7 +93,7 @@ bool LiteralMatrice::CheckPN(const std::string& partNumber, const Texts& childre
 
 bool LiteralMatrice::CheckIfParentsAreUsed(XmlNode node, const Texts& children, bool& used) {
   const XmlNode parent = node.parent();
-  if (parent.type() != pugi::node_element) {
+  if (BaseName(parent.name()).empty()) {
     used = false;
     return true;
   }
@@ -151,7 +151,7 @@ bool LiteralMatrice::PositionnerXML(XmlNode document, const XMLElement& element,
       }
     }
     const XmlNode parent = node.parent();
-    if (parent.type() != pugi::node_element) {
+    if (BaseName(parent.name()).empty()) {
       out = current;
       return true;
     }

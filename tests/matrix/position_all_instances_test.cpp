@@ -52,20 +52,58 @@ TEST_F(PositionAllInstances, PlacesOneChildAtTheFirstInstanceWhenNotAllAreWanted
 }
 
 TEST_F(PositionAllInstances, TreatsASingleInstanceAlikeOnBothRoads) {
+  for (const bool all : {kAll, kFirst}) {
+    MatrixBench bench;
+    bench.GivenMatrix(ThreeBolts());
+    bench.GivenFlat({"PLATE"});
+    bench.TheGate().StartRecording();
+
+    EXPECT_TRUE(bench.PositionAll(all));
+
+    bench.TheGate().StopRecording();
+    EXPECT_THAT(bench.TheGate().Record(),
+                ElementsAre("Document.Selection", "Files.Read(" + bench.MatrixPath() + ")", "Product.Products",
+                            "Products.Count", "Products.Item(1)", "Product.PartNumber", "Product.PartNumber",  // stock
+                            "Products.Item(1)", "Product.PartNumber", "Product.PartNumber",  // thinning
+                            "Products.Item(1)", "Product.PartNumber", "Product.PartNumber",
+                            "Product.Name=(R\\PLATE.1)", "Product.Position", "Position.SetComponents"));
+    EXPECT_THAT(bench.Components(), ElementsAre(Component{"PLATE", "R\\PLATE.1", At(1000, 0, 5)}));
+  }
+}
+
+TEST_F(PositionAllInstances, ThinsOutBeforeAnythingIsPlaced) {
   GivenMatrix(ThreeBolts());
-  GivenFlat({"PLATE"});
+  GivenFlat({"BOLT", "BOLT"});
   TheGate().StartRecording();
 
-  EXPECT_TRUE(PositionAll(kAll));
+  ASSERT_TRUE(PositionAll(kFirst));
 
-  TheGate().StopRecording();
-  EXPECT_THAT(TheGate().Record(),
-              ElementsAre("Document.Selection", "Files.Read(" + MatrixPath() + ")", "Product.Products",
-                          "Products.Count", "Products.Item(1)", "Product.PartNumber", "Product.PartNumber",  // stock
-                          "Products.Item(1)", "Product.PartNumber", "Product.PartNumber",                    // thinning
-                          "Products.Item(1)", "Product.PartNumber", "Product.PartNumber",
-                          "Product.Name=(R\\PLATE.1)", "Product.Position", "Position.SetComponents"));
-  EXPECT_THAT(Components(), ElementsAre(Component{"PLATE", "R\\PLATE.1", At(1000, 0, 5)}));
+  const auto& record = TheGate().Record();
+  EXPECT_THAT(std::vector<std::string>(record.begin() + 10, record.end()),
+              ElementsAre("Products.Item(1)", "Product.PartNumber", "Product.PartNumber", "Products.Remove(2)",
+                          "Products.Item(1)", "Product.PartNumber", "Product.PartNumber", "Product.Name=(R\\BOLT.1)",
+                          "Product.Position", "Position.SetComponents"));
+}
+
+TEST_F(PositionAllInstances, CountsChildrenWhosePartNumberCannotBeReadAsTwins) {
+  GivenMatrix(ThreeBolts());
+  GivenFlat({"PLATE", "x", "y"});
+  host.SetForm(Child(2), ComponentForm::kUnloaded);
+  host.SetForm(Child(3), ComponentForm::kUnloaded);
+
+  EXPECT_FALSE(PositionAll(kFirst));
+
+  EXPECT_EQ(root->Products()->Count(), 2);
+  EXPECT_THAT(platform.Boxes(), ElementsAre(UnexpectedError("PositionAllInstances", "Subscript out of range")));
+}
+
+TEST_F(PositionAllInstances, ShowsARootThatIsNothing) {
+  GivenMatrix(ThreeBolts());
+
+  EXPECT_FALSE(matrice.PositionAllInstances(nullptr, MatrixPath(), kAll, nullptr));
+
+  EXPECT_THAT(platform.Boxes(),
+              ElementsAre(UnexpectedError("PositionAllInstances", "Object variable or With block variable not set")));
 }
 
 TEST_F(PositionAllInstances, DrivesTheClipboardInItsOrder) {
@@ -208,6 +246,11 @@ TEST_F(PositionAllInstances, ShowsEachFailingCallOfTheHostOnce) {
     }
     // The test of the design form may fail: the part number is then read in work mode 0.
     ASSERT_EQ(bench.platform.Boxes().size(), placed ? 0U : 1U) << call;
+    if (!placed) {
+      const auto& text = bench.platform.Boxes()[0].text;
+      ASSERT_THAT(text, ::testing::StartsWith(call == 1 ? "Error in loading XML file "
+                                                        : "Unexpected error in function Cls_Matrice.PositionAllInstances : "));
+    }
     refused += placed ? 0 : 1;
   }
   EXPECT_GT(refused, 30);

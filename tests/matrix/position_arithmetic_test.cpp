@@ -86,6 +86,15 @@ TEST(Compose, DependsOnTheOrderOfTheOriginSum) {
   EXPECT_NE(Compose(child, parent)[9], 1e16 + (1.0 + 1.0 + 1.0));
 }
 
+TEST(Compose, RoundsEachProductBeforeItIsAdded) {
+  PositionMatrix child{};
+  PositionMatrix parent{};
+  child[9] = parent[0] = 1 + 0x1p-27;
+  parent[9] = -(1 + 0x1p-26);
+
+  EXPECT_EQ(Compose(child, parent)[9], 0) << "a fused sum would keep 2^-54";
+}
+
 TEST(Compose, TurnsAndMoves) {
   const PositionMatrix quarterTurnAboutZ = {0, 1, 0, -1, 0, 0, 0, 0, 1, 100, 0, 0};
 

@@ -209,6 +209,73 @@ TEST_F(ProcessXMLFile, TakesTheChainOfTheFirstElementOfADoubledFullName) {
   EXPECT_THAT(Positions(), ElementsAre(At(110)));
 }
 
+TEST_F(ProcessXMLFile, SearchesTheLastFullNameOfTheRecordAmongTheFirstOnes) {
+  GivenMatrixText(
+      "<R PART_NUMBER='R' FULL_INSTANCE_NAME='R' XX='1' YY='1' ZZ='1' XO='1'>"
+      "<B PART_NUMBER='BOLT' FULL_INSTANCE_NAME='here' p:FULL_INSTANCE_NAME='there' XX='1' YY='1' ZZ='1' XO='10'/>"
+      "<G PART_NUMBER='G' FULL_INSTANCE_NAME='R\\G' XX='1' YY='1' ZZ='1' XO='100'>"
+      "<A PART_NUMBER='A' FULL_INSTANCE_NAME='there' XX='1' YY='1' ZZ='1'/></G>"
+      "<L PART_NUMBER='L' FULL_INSTANCE_NAME='R\\L'/></R>");
+  GivenFlat({"BOLT"});
+
+  EXPECT_TRUE(Process());
+
+  EXPECT_THAT(Positions(), ElementsAre(At(111)));
+}
+
+TEST_F(ProcessXMLFile, ReadsTheLastOfTwoNumbersOfOneName) {
+  GivenMatrixText("<R PART_NUMBER='BOLT' FULL_INSTANCE_NAME='R' XX='1' YY='1' ZZ='1' XO='3' p:XO='9'/>");
+  GivenFlat({"BOLT"});
+
+  EXPECT_TRUE(Process());
+
+  EXPECT_THAT(Positions(), ElementsAre(At(9)));
+}
+
+TEST_F(ProcessXMLFile, LeavesAChildWhoseRecordEndsWithAnEmptyPartNumber) {
+  GivenMatrixText("<R PART_NUMBER='BOLT' p:PART_NUMBER='' FULL_INSTANCE_NAME='R' XO='3'/>");
+  GivenFlat({"BOLT"});
+
+  EXPECT_TRUE(Process());
+
+  EXPECT_THAT(Positions(), ElementsAre(kIdentityPosition));
+}
+
+TEST_F(ProcessXMLFile, ASurplusChildAfterARecordWithoutPartNumberStaysToo) {
+  GivenMatrixText(
+      "<R PART_NUMBER='R' FULL_INSTANCE_NAME='R' XX='1' YY='1' ZZ='1'>"
+      "<B PART_NUMBER='BOLT' FULL_INSTANCE_NAME='b' XX='1' YY='1' ZZ='1' XO='10'/>"
+      "<N PART_NUMBER='' FULL_INSTANCE_NAME='n' XX='1' YY='1' ZZ='1' XO='20'/></R>");
+  GivenFlat({"BOLT", "", "BOLT"});
+
+  EXPECT_TRUE(Process());
+
+  EXPECT_THAT(Positions(), ElementsAre(At(10), kIdentityPosition, kIdentityPosition));
+}
+
+TEST_F(ProcessXMLFile, ShowsAPositionThatTheHostRefuses) {
+  GivenMatrixText(
+      "<R PART_NUMBER='R' FULL_INSTANCE_NAME='R' XX='1e308' YY='1' ZZ='1'>"
+      "<A PART_NUMBER='A' FULL_INSTANCE_NAME='a' XX='0' YY='1' ZZ='1'/>"
+      "<B PART_NUMBER='BOLT' FULL_INSTANCE_NAME='b' XX='1e308' YY='1' ZZ='1'/></R>");
+  GivenFlat({"A", "BOLT"});
+
+  EXPECT_FALSE(Process());
+
+  ASSERT_EQ(platform.Boxes().size(), 1U);
+  EXPECT_THAT(platform.Boxes()[0].text, ::testing::StartsWith("Unexpected error in function Cls_Matrice.ProcessXMLFile : "));
+  EXPECT_THAT(Positions(), ElementsAre(PositionMatrix{0, 0, 0, 0, 1, 0, 0, 0, 1, 0, 0, 0}, kIdentityPosition));
+}
+
+TEST_F(ProcessXMLFile, IsFalseAlsoWhereNoBoxCanBeShown) {
+  GivenFlat({"BOLT"});
+  const auto before = InstallPlatform(nullptr);
+
+  EXPECT_FALSE(Process());
+
+  InstallPlatform(before);
+}
+
 TEST_F(ProcessXMLFile, ShowsAFailingPositionAndKeepsWhatWasPlaced) {
   GivenMatrix(Plant());
   GivenFlat({"PLATE", "BOLT"});
