@@ -33,7 +33,7 @@ void Gate::Arm() {
   calls_ = 0;
 }
 
-void Gate::PassArmed(std::string_view operation, std::string detail) {
+void Gate::PassArmed(std::string_view operation, const std::string& detail) {
   ++calls_;
   if (recording_) {
     record_.emplace_back(operation);

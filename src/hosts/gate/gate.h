@@ -53,7 +53,7 @@ class Gate {
     Failure failure;
   };
 
-  void PassArmed(std::string_view operation, std::string detail);
+  void PassArmed(std::string_view operation, const std::string& detail);
   void Arm();
 
   bool armed_ = false;
