@@ -75,28 +75,32 @@ class TagScan {
  public:
   explicit TagScan(std::string_view bytes) : bytes_(bytes) {}
 
-  std::optional<std::string> Run() {
-    for (at_ = bytes_.find('<'); at_ < bytes_.size(); at_ = bytes_.find('<', at_)) {
+  TagReport Run() {
+    TagReport report;
+    for (at_ = bytes_.find('<'); at_ < bytes_.size() && !report.fault; at_ = bytes_.find('<', at_)) {
       const auto rest = bytes_.substr(at_, 4);
-      if (rest == "<!--") {
-        SkipPast("-->");
-      } else if (rest.starts_with("<![")) {
-        SkipPast("]]>");
-      } else if (rest.starts_with("<?")) {
-        SkipPast("?>");
-      } else if (rest.starts_with("</") || rest.starts_with("<!")) {
+      if (rest.starts_with("</")) {
         SkipPast(">");
-      } else if (auto fault = StartTag()) {
-        return fault;
+      } else if (rest.starts_with("<!") || rest.starts_with("<?")) {
+        ++report.sections;
+        SkipSection(rest);
+      } else {
+        report.fault = StartTag();
       }
     }
-    return {};
+    return report;
   }
 
  private:
   void SkipPast(std::string_view end) {
     const auto found = bytes_.find(end, at_);
     at_ = found == bytes_.npos ? bytes_.size() : found + end.size();
+  }
+
+  void SkipSection(std::string_view start) {
+    if (start == "<!--") return SkipPast("-->");
+    if (start.starts_with("<![")) return SkipPast("]]>");
+    SkipPast(start.starts_with("<?") ? "?>" : ">");
   }
 
   char Here() const { return at_ < bytes_.size() ? bytes_[at_] : '>'; }
@@ -143,7 +147,7 @@ class TagScan {
 
 }  // namespace
 
-std::optional<std::string> FaultInTags(std::string_view bytes) {
+TagReport ScanTags(std::string_view bytes) {
   return TagScan(bytes).Run();
 }
 

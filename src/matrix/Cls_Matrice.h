@@ -4,7 +4,6 @@
 #include <span>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 #include "access/contracts/position_matrix.h"
@@ -70,8 +69,8 @@ class Cls_Matrice {
   struct PNInstances {
     std::vector<int> elements;
     std::size_t used = 0;  // how many of them have been given away
+    bool isSearched = false;
   };
-  using InstanceCache = std::unordered_map<std::string, PNInstances>;
 
   template <class Body>
   bool Guarded(const char* operation, Body&& body);
@@ -98,7 +97,8 @@ class Cls_Matrice {
   bool PositionnerXML(MatrixIndex& Document, int Element, PositionMatrix& OutMatrix);
 
   void TakeStock(FlatProduct& product);
-  bool PlaceChildren(const FlatProduct& product, MatrixIndex& document);
+  bool PlaceChildren(FlatProduct& product, MatrixIndex& document);
+  static PNInstances& InstancesOf(std::vector<PNInstances>& cache, int kind);
   void ThinOut(FlatProduct& product);
   bool PlaceAllInstances(const FlatProduct& product, MatrixIndex& document, bool allInstances,
                          const Ref<zorva::Selection>& selection);

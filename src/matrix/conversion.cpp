@@ -23,7 +23,7 @@ bool Cls_Matrice::ConvertNodeToXMLElement(XmlNode Node, XMLElement& Element) {
     if (!Node) throw Failure(failure::kObjectNotSet);
     [[maybe_unused]] const Counter16 count = AttributeCount(Node);
     for (auto attribute = Node.first_attribute(); attribute; attribute = attribute.next_attribute()) {
-      if (!StoreAttribute(Element, attribute.name(), attribute.value())) ToDouble(attribute.value());
+      if (!StoreField(Element, FieldOf(attribute.name()), attribute.value())) ToDouble(attribute.value());
     }
     return true;
   });

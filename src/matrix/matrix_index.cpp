@@ -11,8 +11,6 @@
 namespace quintara {
 namespace {
 
-constexpr std::string_view kPartNumber = "PART_NUMBER";
-constexpr std::string_view kFullName = "FULL_INSTANCE_NAME";
 constexpr std::size_t kMost = std::numeric_limits<std::int16_t>::max();
 
 XmlNode FirstElement(XmlNode node) {
@@ -31,7 +29,7 @@ void MatrixIndex::Build() {
     entry.parent = parent;
     Counter16(elements_.size());
   }
-  byFullName_.reserve(elements_.size());
+  byFullName_ = NameTable(elements_.size());
   records_.resize(elements_.size());
   for (int element = 0; element < Size(); ++element) Read(element);
   FindChainStarts();
@@ -61,17 +59,15 @@ void MatrixIndex::Read(int element) {
   int fullNames = 0;
   for (auto attribute = entry.node.first_attribute(); attribute; attribute = attribute.next_attribute()) {
     ++count;
-    const std::string_view name = attribute.name();
+    const int field = FieldOf(attribute.name());
     const std::string_view value = attribute.value();
-    if (!StoreAttribute(record.element, name, value)) record.isConverted = false;
-    if (name.size() < kPartNumber.size()) continue;
-    const auto baseName = BaseName(name);
-    if (baseName == kPartNumber && entry.partNumberId == kNone) {
+    if (!StoreField(record.element, field, value)) record.isConverted = false;
+    if (field == kPartNumberField && entry.partNumberId == kNone) {
       entry.partNumberId = IdOf(value);
       byPartNumber_[static_cast<std::size_t>(entry.partNumberId)].push_back(element);
-    } else if (baseName == kFullName) {
+    } else if (field == kFullInstanceNameField) {
       // The first one counts in a search, the last one in the record: nearly always it's the same.
-      record.chainStart = fullNames++ == 0 ? byFullName_.try_emplace(value, element).first->second : kNone;
+      record.chainStart = fullNames++ == 0 ? byFullName_.Enter(value, element) : kNone;
     }
   }
   if (count > kMost && firstOverlong_ == kNone) firstOverlong_ = element;
@@ -100,8 +96,8 @@ const std::vector<int>& MatrixIndex::WithPartNumber(std::string_view partNumber)
 
 int MatrixIndex::FindByFullName(std::string_view fullName) const {
   if (elements_.empty()) throw Failure(failure::kObjectNotSet);
-  const auto found = byFullName_.find(fullName);
-  return found == byFullName_.end() ? Size() - 1 : found->second;
+  const int found = byFullName_.Find(fullName);
+  return found == NameTable::kNone ? Size() - 1 : found;
 }
 
 void MatrixIndex::CheckScanUpTo(int element) const {

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "base/xml.h"
+#include "matrix/name_table.h"
 #include "matrix/xml_element.h"
 
 namespace quintara {
@@ -45,9 +46,9 @@ class MatrixIndex {
   /// An element as it was read. Without `isConverted` something in it isn't a number; that is a
   /// failure only when the element is needed.
   struct Record {
-    bool isConverted = true;
-    int chainStart = kNone;  ///< the element that is found by the record's full name
     XMLElement element;
+    int chainStart = kNone;  ///< the element that is found by the record's full name
+    bool isConverted = true;
   };
   Record& RecordOf(int element);
 
@@ -77,7 +78,7 @@ class MatrixIndex {
   std::unordered_map<std::string_view, int> partNumberIds_;
   std::vector<std::string_view> partNumbers_;
   std::vector<std::vector<int>> byPartNumber_;
-  std::unordered_map<std::string_view, int> byFullName_;
+  NameTable byFullName_;
   int firstOverlong_ = kNone;
 };
 

@@ -1,3 +1,4 @@
+#include <string>
 #include <unordered_set>
 
 #include "base/arrays.h"
@@ -35,7 +36,7 @@ bool Cls_Matrice::PlaceAllInstances(const FlatProduct& product, MatrixIndex& doc
     const int element = ElementAt(elements, 0);
     PositionMatrix position{};
     if (!PositionnerXML(document, element, position)) return false;
-    child->SetName(document.RecordOf(element).element.FullInstanceName);
+    child->SetName(std::string(document.RecordOf(element).element.FullInstanceName));
     child->Position()->SetComponents(position);
   }
   return true;
@@ -64,7 +65,7 @@ bool Cls_Matrice::PlaceEachInstance(const FlatProduct& product, MatrixIndex& doc
       component = product.children->Item(lastIndex);
     }
     isFirst = false;
-    component->SetName(document.RecordOf(element).element.FullInstanceName);
+    component->SetName(std::string(document.RecordOf(element).element.FullInstanceName));
     component->Position()->SetComponents(position);
   }
   return true;

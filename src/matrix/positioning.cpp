@@ -88,24 +88,31 @@ bool Cls_Matrice::PositionnerXML(MatrixIndex& Document, int element, PositionMat
 
 // The working record outlives the loop's turns on purpose: a child more than there are records is
 // placed where the last record was.
-bool Cls_Matrice::PlaceChildren(const FlatProduct& product, MatrixIndex& document) {
-  InstanceCache cache;
+bool Cls_Matrice::PlaceChildren(FlatProduct& product, MatrixIndex& document) {
+  std::vector<PNInstances> cache;
   int working = MatrixIndex::kNone;
   for (const int i : Counting(1, product.count)) {
     const auto child = product.children->Item(i);
     const auto partNumber = utils_->GetThePartNumber(child);
-    const auto [entry, isNew] = cache.try_emplace(partNumber);
-    auto& instances = entry->second;
-    if (isNew && !GetInstancesFromPN(document, partNumber, product.partNumbers, instances.elements)) return false;
-    if (instances.used <= UpperBound(instances.elements)) {
-      working = instances.elements[instances.used++];
+    auto& instances = InstancesOf(cache, product.partNumbers.KindOf(partNumber, static_cast<std::size_t>(i - 1)));
+    if (!instances.isSearched &&
+        !GetInstancesFromPN(document, partNumber, product.partNumbers, instances.elements)) {
+      return false;
     }
+    instances.isSearched = true;
+    if (instances.used <= UpperBound(instances.elements)) working = instances.elements[instances.used++];
     if (document.RecordOf(working).element.PartNumber.empty()) continue;
     PositionMatrix position{};
     if (!PositionnerXML(document, working, position)) return false;
     child->Position()->SetComponents(position);
   }
   return true;
+}
+
+Cls_Matrice::PNInstances& Cls_Matrice::InstancesOf(std::vector<PNInstances>& cache, int kind) {
+  const auto at = static_cast<std::size_t>(kind);
+  if (at >= cache.size()) cache.resize(at + 1);
+  return cache[at];
 }
 
 }  // namespace quintara

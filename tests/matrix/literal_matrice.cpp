@@ -60,7 +60,7 @@ bool LiteralMatrice::Convert(XmlNode node, XMLElement& element) {
     element = {};
     for (const auto attribute : node.attributes()) {
       const std::string name(BaseName(attribute.name()));
-      const std::string value = attribute.value();
+      const char* const value = attribute.value();
       if (name == "PART_NUMBER") element.PartNumber = value;
       if (name == "INSTANCE_NAME") element.InstanceName = value;
       if (name == "FULL_INSTANCE_NAME") element.FullInstanceName = value;
@@ -257,14 +257,14 @@ bool LiteralMatrice::PositionAll(const Ref<zorva::Product>& root, XmlNode docume
           selection->Add(item);
           selection->Copy();
           selection->Clear();
-          item->SetName(record.FullInstanceName);
+          item->SetName(std::string(record.FullInstanceName));
         } else {
           selection->Add(root->Products());
           selection->Paste();
           selection->Clear();
           ++last;
           inHand = products->Item(last);
-          inHand->SetName(record.FullInstanceName);
+          inHand->SetName(std::string(record.FullInstanceName));
         }
         inHand->Position()->SetComponents(out);
       }
@@ -272,7 +272,7 @@ bool LiteralMatrice::PositionAll(const Ref<zorva::Product>& root, XmlNode docume
     }
     if (records.empty()) throw Failure(failure::kSubscriptOutOfRange);
     if (!PositionnerXML(document, records[0], {}, {}, out)) return false;
-    item->SetName(records[0].FullInstanceName);
+    item->SetName(std::string(records[0].FullInstanceName));
     item->Position()->SetComponents(out);
   }
   return true;
