@@ -13,7 +13,8 @@ constexpr int kSharedLeaves = 30'000;
 
 class Maker {
  public:
-  Maker(int elements, int branches, LeafParts parts, unsigned seed) : branches_(branches), parts_(parts), random_(seed) {
+  Maker(int elements, int branches, LeafParts parts, unsigned seed)
+      : branches_(branches), parts_(parts), random_(seed) {
     int assemblies = 0;
     for (int level = 0, width = 1; level < kAssemblyLevels; ++level, width *= branches) {
       assemblies += width;
@@ -59,8 +60,18 @@ class Maker {
     std::uniform_real_distribution<double> places(-500, 500);
     const double a = angles(random_);
     const double b = angles(random_);
-    return {std::cos(a) * std::cos(b), std::sin(a) * std::cos(b), -std::sin(b), -std::sin(a), std::cos(a), 0,
-            std::cos(a) * std::sin(b), std::sin(a) * std::sin(b), std::cos(b), places(random_), places(random_), places(random_)};
+    return {std::cos(a) * std::cos(b),
+            std::sin(a) * std::cos(b),
+            -std::sin(b),
+            -std::sin(a),
+            std::cos(a),
+            0,
+            std::cos(a) * std::sin(b),
+            std::sin(a) * std::sin(b),
+            std::cos(b),
+            places(random_),
+            places(random_),
+            places(random_)};
   }
 
   // Leaves of one part number share a definition; each assembly has its own.
@@ -76,7 +87,8 @@ class Maker {
     }
     for (std::size_t i = 1; i < tree_.nodes.size(); ++i) {
       const auto& node = tree_.nodes[i];
-      definitions[definitionOf[static_cast<std::size_t>(node.parent)]].children.push_back({node.name, definitionOf[i], node.position});
+      definitions[definitionOf[static_cast<std::size_t>(node.parent)]].children.push_back(
+          {node.name, definitionOf[i], node.position});
     }
     tree_.structure.root = definitionOf[0];
   }

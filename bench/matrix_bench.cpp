@@ -48,7 +48,9 @@ class World {
   }
 
  private:
-  std::filesystem::path folder_ = std::filesystem::temp_directory_path() / ("quintara-bench-" + std::to_string(std::chrono::steady_clock::now().time_since_epoch().count()));
+  std::filesystem::path folder_ =
+      std::filesystem::temp_directory_path() /
+      ("quintara-bench-" + std::to_string(std::chrono::steady_clock::now().time_since_epoch().count()));
   std::shared_ptr<Gate> gate_ = std::make_shared<Gate>();
 };
 
@@ -66,7 +68,9 @@ struct Case {
   Ref<zorva::ProductDocument> document;
 
   Case(std::string caseName, int elements, int branches, LeafParts parts)
-      : name(std::move(caseName)), tree(MakeTree(elements, branches, parts, 20'26)), matrix(TheWorld().Path(name + " Matrix.xml")) {
+      : name(std::move(caseName)),
+        tree(MakeTree(elements, branches, parts, 20'26)),
+        matrix(TheWorld().Path(name + " Matrix.xml")) {
     document = host->Build(tree.structure);
     if (!Cls_Matrice().CreateXMLFile(document->Product(), matrix)) throw std::runtime_error("no matrix was written");
   }
@@ -202,7 +206,8 @@ void CheckPlaced(const Ref<zorva::Product>& root, const Case& each) {
     PositionMatrix position;
     child->Position()->GetComponents(position);
     const auto partNumber = child->PartNumber();
-    if (wanted.at(partNumber).at(next[partNumber]++) != position) throw std::runtime_error("a component is out of place");
+    if (wanted.at(partNumber).at(next[partNumber]++) != position)
+      throw std::runtime_error("a component is out of place");
   }
 }
 

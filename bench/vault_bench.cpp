@@ -240,18 +240,18 @@ int main(int argc, char** argv) {
   const auto few = [](const std::string& name) { return name + "/few"; };
   return RunAndJudge(
       argc, argv,
-      {{"Import of 4,096 objects, over the statements alone", {many("Import")}, {many("ImportByHand")}, 8.0},
+      {{"Import of 4,096 objects, over the statements alone", {many("Import")}, {many("ImportByHand")}, 12.0},
        {"Review of 4,096 objects, over the statements alone", {many("Review")}, {many("ReviewByHand")}, 4.0},
        {"Import, time for an object, 4,096 over 512",
         {many("Import"), few("Import")},
         {many("ImportByHand"), few("ImportByHand")},
-        1.5},
+        2.0},
        {"Review, time for an object, 4,096 over 512",
         {many("Review"), few("Review")},
         {many("ReviewByHand"), few("ReviewByHand")},
-        1.5},
+        2.0},
        {"Matrix of one product among 4,096, over 512",
         {many("FindMatrices"), few("FindMatrices")},
         {many("ReviewByHand"), few("ReviewByHand")},
-        1.5}});
+        2.0}});
 }

@@ -67,7 +67,8 @@ bool Judge(const Collector& collector, const Promise& promise) {
   }
   const double ratio = work / baseline;
   const bool met = ratio <= promise.bound;
-  std::printf("%-6s  %-58s  ratio %5.2f  bound %4.1f\n", met ? "met" : "missed", promise.name.c_str(), ratio, promise.bound);
+  std::printf("%-6s  %-58s  ratio %5.2f  bound %4.1f\n", met ? "met" : "missed", promise.name.c_str(), ratio,
+              promise.bound);
   return met;
 }
 

@@ -18,14 +18,12 @@ class Ref {
   Ref() = default;
   Ref(std::nullptr_t) {}
   template <class U>
-    requires std::convertible_to<U*, T*>
+  requires std::convertible_to<U*, T*>
   explicit Ref(std::shared_ptr<U> object) : object_(std::move(object)) {}
   template <class U>
-    requires std::convertible_to<U*, T*>
-  Ref(const Ref<U>& other) : object_(other.Shared()) {}
+  requires std::convertible_to<U*, T*> Ref(const Ref<U>& other) : object_(other.Shared()) {}
   template <class U>
-    requires std::convertible_to<U*, T*>
-  Ref(Ref<U>&& other) : object_(std::move(other).Shared()) {}
+  requires std::convertible_to<U*, T*> Ref(Ref<U>&& other) : object_(std::move(other).Shared()) {}
 
   T* operator->() const { return &**this; }
   T& operator*() const {

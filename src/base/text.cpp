@@ -13,25 +13,10 @@ namespace quintara {
 namespace {
 
 // Windows-1252 from 0x80 to 0x9F; everything else is Latin-1.
-constexpr std::array<std::uint16_t, 32> kHighPage = {
-    0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
-    0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
-    0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
-
-// Takes the character at the front of `rest` away; -1 for bytes that are no UTF-8, one byte taken.
-std::int32_t NextCharacter(std::string_view& rest) {
-  utf8proc_int32_t character = -1;
-  const auto* bytes = reinterpret_cast<const utf8proc_uint8_t*>(rest.data());
-  const auto length = utf8proc_iterate(bytes, static_cast<utf8proc_ssize_t>(rest.size()), &character);
-  rest.remove_prefix(length > 0 ? static_cast<std::size_t>(length) : 1);
-  return length > 0 ? character : -1;
-}
-
-void Append(std::string& text, std::int32_t character) {
-  std::array<utf8proc_uint8_t, 4> bytes{};
-  const auto length = utf8proc_encode_char(character, bytes.data());
-  text.append(reinterpret_cast<const char*>(bytes.data()), static_cast<std::size_t>(length));
-}
+constexpr std::array<std::uint16_t, 32> kHighPage = {0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
+                                                     0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0x008D, 0x017D, 0x008F,
+                                                     0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
+                                                     0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
 
 std::size_t AsciiPrefix(std::string_view bytes) {
   constexpr std::uint64_t kHighBits = 0x8080808080808080U;
@@ -51,7 +36,7 @@ std::int32_t Capital(std::int32_t character) {
 
 std::vector<std::int32_t> FoldedCharacters(std::string_view text) {
   std::vector<std::int32_t> characters;
-  for (auto rest = text; !rest.empty();) characters.push_back(Capital(NextCharacter(rest)));
+  for (auto rest = text; !rest.empty();) characters.push_back(Capital(TakeCharacter(rest).code));
   return characters;
 }
 
@@ -67,18 +52,43 @@ char PageByte(std::int32_t character) {
 
 bool IsUtf8(std::string_view bytes) {
   for (auto rest = bytes.substr(AsciiPrefix(bytes)); !rest.empty(); rest.remove_prefix(AsciiPrefix(rest))) {
-    if (NextCharacter(rest) < 0) return false;
+    if (TakeCharacter(rest).code < 0) return false;
   }
   return true;
+}
+
+Character TakeCharacter(std::string_view& rest) {
+  utf8proc_int32_t code = -1;
+  const auto* bytes = reinterpret_cast<const utf8proc_uint8_t*>(rest.data());
+  const auto length = utf8proc_iterate(bytes, static_cast<utf8proc_ssize_t>(rest.size()), &code);
+  const auto taken = rest.substr(0, length > 0 ? static_cast<std::size_t>(length) : 1);
+  rest.remove_prefix(taken.size());
+  return {taken, length > 0 ? code : -1};
+}
+
+void AppendCharacter(std::string& text, std::int32_t code) {
+  std::array<utf8proc_uint8_t, 4> bytes{};
+  const auto length = utf8proc_encode_char(code, bytes.data());
+  text.append(reinterpret_cast<const char*>(bytes.data()), static_cast<std::size_t>(length));
+}
+
+std::size_t ScreenColumns(const Character& character) {
+  if (character.code < 0) return 1;
+  const int width = utf8proc_charwidth(character.code);
+  return width > 0 ? static_cast<std::size_t>(width) : 0;
+}
+
+bool IsControlCharacter(const Character& character) {
+  return character.code < 0 || utf8proc_category(character.code) == UTF8PROC_CATEGORY_CC;
 }
 
 std::string Capitals(std::string_view text) {
   std::string capitals;
   capitals.reserve(text.size());
   for (auto rest = text; !rest.empty();) {
-    const auto character = NextCharacter(rest);
+    const auto character = TakeCharacter(rest).code;
     if (character < 0) throw Failure(failure::kInvalidCall, "A text is not valid UTF-8");
-    Append(capitals, Capital(character));
+    AppendCharacter(capitals, Capital(character));
   }
   return capitals;
 }
@@ -122,7 +132,7 @@ std::string ToCodePage1252(std::string_view utf8) {
   std::string bytes;
   bytes.reserve(utf8.size());
   for (auto rest = utf8; !rest.empty();) {
-    const auto character = NextCharacter(rest);
+    const auto character = TakeCharacter(rest).code;
     if (character < 0 || character >= kFirstPair) {
       bytes.append(character < 0 ? 1 : 2, '?');
     } else {
@@ -137,7 +147,7 @@ std::string FromCodePage1252(std::string_view bytes) {
   text.reserve(bytes.size());
   for (const char byte : bytes) {
     const auto code = static_cast<unsigned char>(byte);
-    Append(text, code >= 0x80 && code < 0xA0 ? kHighPage[code - 0x80U] : code);
+    AppendCharacter(text, code >= 0x80 && code < 0xA0 ? kHighPage[code - 0x80U] : code);
   }
   return text;
 }

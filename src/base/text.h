@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
 #include <filesystem>
 #include <string>
 #include <string_view>
@@ -8,6 +10,22 @@ namespace quintara {
 
 /// True when `bytes` are well-formed UTF-8: no overlong form, surrogate, or value past U+10FFFF.
 bool IsUtf8(std::string_view bytes);
+
+/// One character of a text. Its `code` is negative for a byte that is no UTF-8.
+struct Character {
+  std::string_view bytes;
+  std::int32_t code;
+};
+
+/// Takes the character at the front of `rest`, which isn't empty, away.
+Character TakeCharacter(std::string_view& rest);
+/// Appends the character with this code, which is none of a surrogate, as UTF-8.
+void AppendCharacter(std::string& text, std::int32_t code);
+/// The columns that a character takes on a screen: two for a wide one, none for a combining one,
+/// one for a byte that is no UTF-8.
+std::size_t ScreenColumns(const Character& character);
+/// True for the control characters of every plane, and for a byte that is no UTF-8.
+bool IsControlCharacter(const Character& character);
 
 /// UTF-8 text in capitals, character by character, whatever the locale; "ß" stays.
 /// Failure 5 when `text` isn't UTF-8.

@@ -20,7 +20,8 @@ class XmlDocument {
  public:
   /// Replaces the content by that of `bytes`. Refused are: what isn't well-formed, isn't UTF-8 or
   /// says that it isn't, has no root element or several, or has a document type declaration. A
-  /// prefix needs no declaration: names count by what stands behind it. False when refused; the document is empty then and `ParseError` tells why.
+  /// prefix needs no declaration: names count by what stands behind it. False when refused; the document is empty then
+  /// and `ParseError` tells why.
   bool Parse(std::string_view bytes);
   const XmlParseError& ParseError() const noexcept { return error_; }
 

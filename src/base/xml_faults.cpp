@@ -12,9 +12,6 @@
 namespace quintara::xml {
 namespace {
 
-
-
-
 // Eight bytes at a time: a word is looked at byte by byte only when one of them is below 0x20.
 bool HasForbiddenControl(std::string_view bytes) {
   constexpr std::uint64_t kOnes = 0x0101010101010101U;
@@ -27,17 +24,6 @@ bool HasForbiddenControl(std::string_view bytes) {
     bytes.remove_prefix(sizeof word);
   }
   return std::ranges::any_of(bytes, IsForbiddenControl);
-}
-
-void AppendCharacter(std::string& text, std::uint32_t character) {
-  if (character < 0x80) {
-    text += static_cast<char>(character);
-    return;
-  }
-  const int more = character < 0x800 ? 1 : character < 0x10000 ? 2 : 3;
-  constexpr unsigned char kLead[] = {0, 0xC0, 0xE0, 0xF0};
-  text += static_cast<char>(kLead[more] | (character >> (6 * more)));
-  for (int i = more - 1; i >= 0; --i) text += static_cast<char>(0x80 | ((character >> (6 * i)) & 0x3F));
 }
 
 bool IsXmlCharacter(std::uint32_t c) {
@@ -59,7 +45,7 @@ bool AppendReference(std::string& text, std::string_view name) {
   const auto end = digits.data() + digits.size();
   const auto read = std::from_chars(digits.data(), end, character, hexadecimal ? 16 : 10);
   if (read.ec != std::errc{} || read.ptr != end || !IsXmlCharacter(character)) return false;
-  AppendCharacter(text, character);
+  AppendCharacter(text, static_cast<std::int32_t>(character));
   return true;
 }
 
@@ -162,10 +148,10 @@ Fault FaultInTopLevel(XmlNode document) {
   return {};
 }
 
-// Whether more can be wrong, or waits to be decoded, than what the scan of the tags sees.
-bool NeedsWalk(std::string_view bytes, bool declared) {
-  return bytes.find('&') != bytes.npos || bytes.find("]]>") != bytes.npos || bytes.find("<!") != bytes.npos ||
-         bytes.find("<?", declared ? 1 : 0) != bytes.npos;
+// Whether more can be wrong, or waits to be decoded, than what the scan of the tags sees. `sections`:
+// those beside the declaration at the start.
+bool NeedsWalk(std::string_view bytes, int sections) {
+  return sections > 0 || bytes.find('&') != bytes.npos || bytes.find("]]>") != bytes.npos;
 }
 
 }  // namespace
@@ -191,13 +177,14 @@ Fault FaultInBytes(std::string_view bytes) {
 }
 
 Fault FaultInTree(XmlNode document, std::string_view bytes) {
-  if (auto fault = FaultInTags(bytes)) return fault;
+  const auto tags = ScanTags(bytes);
+  if (tags.fault) return tags.fault;
   const XmlNode first = document.first_child();
   const bool declared = first.type() == pugi::node_declaration && bytes.starts_with("<?xml");
   if (declared) {
     if (auto fault = FaultInDeclaration(first)) return fault;
   }
-  if (NeedsWalk(bytes, declared)) {
+  if (NeedsWalk(bytes, tags.sections - (declared ? 1 : 0))) {
     for (auto node = first; node; node = NextInDocumentOrder(node, document)) {
       if (declared && node == first) continue;
       if (auto fault = FaultInNode(node)) return fault;

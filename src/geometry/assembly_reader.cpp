@@ -6,8 +6,9 @@
 #include <TDF_LabelSequence.hxx>
 #include <XCAFDoc_ShapeTool.hxx>
 #include <cmath>
-#include <nlohmann/json.hpp>
+#include <cstring>
 
+#include "base/packed_texts.h"
 #include "geometry/model.h"
 #include "geometry/name_mender.h"
 #include "geometry/raw_tree.h"
@@ -71,18 +72,22 @@ ReadingNotes ReadAssemblyInto(const Document& document, const std::string& path,
   });
 }
 
+// The bytes of the size, which need not be finite, and then four texts for each change.
 std::string ToBytes(const ReadingNotes& notes) {
-  auto changes = nlohmann::json::array();
-  for (const auto& change : notes.changes) changes.push_back({change.kind, change.from, change.to, change.reason});
-  const nlohmann::json all = {{"size", notes.size}, {"changes", changes}};
-  const auto bytes = nlohmann::json::to_cbor(all);
-  return {bytes.begin(), bytes.end()};
+  std::vector texts = {std::string(reinterpret_cast<const char*>(&notes.size), sizeof notes.size)};
+  for (const auto& change : notes.changes) {
+    texts.insert(texts.end(), {change.kind, change.from, change.to, change.reason});
+  }
+  return PackTexts(texts);
 }
 
 ReadingNotes ToNotes(const std::string& bytes) {
-  const auto all = nlohmann::json::from_cbor(bytes);
-  ReadingNotes notes = {{}, all["size"]};
-  for (const auto& change : all["changes"]) notes.changes.push_back({change[0], change[1], change[2], change[3]});
+  const auto texts = UnpackTexts(bytes);
+  ReadingNotes notes{};
+  std::memcpy(&notes.size, texts.at(0).data(), sizeof notes.size);
+  for (std::size_t i = 1; i < texts.size(); i += 4) {
+    notes.changes.push_back({texts.at(i), texts.at(i + 1), texts.at(i + 2), texts.at(i + 3)});
+  }
   return notes;
 }
 

@@ -11,8 +11,11 @@
 #include <TopoDS.hxx>
 #include <XCAFDoc_ShapeTool.hxx>
 #include <cmath>
+#include <filesystem>
 
-#include "geometry/glb.h"
+#include "base/glb.h"
+#include "base/text.h"
+#include "geometry/file_bytes.h"
 
 namespace quintara {
 namespace {
@@ -25,6 +28,21 @@ bool HasMesh(const TopoDS_Shape& shape) {
     if (!BRep_Tool::Triangulation(TopoDS::Face(face.Current()), location).IsNull()) return true;
   }
   return false;
+}
+
+// Calls `body`; what it finds wrong with a light file becomes a failure that names the file.
+template <class Body>
+auto NamingFile(const std::string& path, Body&& body) {
+  try {
+    return body();
+  } catch (const Failure& failure) {
+    throw Failure(failure.Number(), path + ": is not a good light file: " + failure.Description());
+  }
+}
+
+void CheckLightFile(const std::string& path) {
+  const auto head = FirstBytesOfFile(path, kGlbHead);
+  NamingFile(path, [&] { CheckGlb(head, std::filesystem::file_size(ToPath(path))); });
 }
 
 NumberedNode NumbersBelow(const TDF_Label& definition) {
@@ -54,7 +72,9 @@ void Mesh(const TopoDS_Shape& shape) {
 void WriteLightFile(const Document& document, const TDF_Label& label, const std::string& partNumber,
                     const std::string& path, const Progress& progress) {
   Translated(path, "could not be written", [&] {
-    if (!HasMesh(XCAFDoc_ShapeTool::GetShape(label))) return WriteEmptyGlb(path, partNumber);
+    if (!HasMesh(XCAFDoc_ShapeTool::GetShape(label))) {
+      return WriteFile(path, NamingFile(path, [&] { return GlbWithoutMeshes(partNumber); }));
+    }
     RWGltf_CafWriter writer(path.c_str(), Standard_True);
     writer.ChangeCoordinateSystemConverter().SetInputLengthUnit(kMillimetre);
     writer.ChangeCoordinateSystemConverter().SetInputCoordinateSystem(RWMesh_CoordinateSystem_Zup);
@@ -66,12 +86,13 @@ void WriteLightFile(const Document& document, const TDF_Label& label, const std:
     if (!writer.Perform(document.Get(), roots, nullptr, information, writing.Range())) {
       throw Failure(failure::kPathAccess, path + ": could not be written");
     }
-    NumberNodes(path, NumbersBelow(label));
+    const auto bytes = BytesOfFile(path);
+    WriteFile(path, NamingFile(path, [&] { return GlbWithPartNumbers(bytes, NumbersBelow(label)); }));
   });
 }
 
 PartShape ReadLightFile(const std::string& path, const Progress& progress) {
-  CheckGlb(path);
+  CheckLightFile(path);
   return Translated(path, "could not be read", [&] {
     const Document document;
     RWGltf_CafReader reader;
@@ -80,7 +101,8 @@ PartShape ReadLightFile(const std::string& path, const Progress& progress) {
     reader.SetSystemCoordinateSystem(RWMesh_CoordinateSystem_Zup);
     KernelProgress reading(progress, 0.0, 1.0, "Reading the mesh");
     if (!reader.Perform(path.c_str(), reading.Range())) {
-      if (!HasMeshes(path)) return PartShape();
+      const auto bytes = BytesOfFile(path);
+      if (!NamingFile(path, [&] { return HasMeshes(bytes); })) return PartShape();
       throw Failure(failure::kInvalidFormat, path + ": is damaged: its mesh could not be read");
     }
     return PartShapeOf(document);

@@ -1,7 +1,6 @@
 #include "geometry/occ_geometry.h"
 
-#include <nlohmann/json.hpp>
-
+#include "base/packed_texts.h"
 #include "geometry/coloured_faces.h"
 #include "geometry/light_file.h"
 #include "geometry/part_file.h"
@@ -41,7 +40,7 @@ using Writer = std::function<void(const Model& model, const std::string& newPath
 
 std::vector<std::string> Export(const SceneNode& scene, Detail detail, const std::string& path, const Writer& write,
                                 const Progress& progress) {
-  std::string lines;
+  std::string packed;
   SaveBeside(path, [&](const std::string& newPath) {
     const auto body = [&](const Progress& tell) {
       const Document document;
@@ -51,12 +50,11 @@ std::vector<std::string> Export(const SceneNode& scene, Detail detail, const std
       model.Finish();
       const auto rest = [&](double done, const std::string& what) { tell(0.7 + 0.3 * done, what); };
       write({document, root, model.HasFacets()}, newPath, rest);
-      const auto bytes = nlohmann::json::to_cbor(nlohmann::json(model.Lines()));
-      return std::string(bytes.begin(), bytes.end());
+      return PackTexts(model.Lines());
     };
-    lines = RunInWorker({path, "could not be written", "writer", kExportSeconds}, body, progress);
+    packed = RunInWorker({path, "could not be written", "writer", kExportSeconds}, body, progress);
   });
-  return nlohmann::json::from_cbor(lines);
+  return UnpackTexts(packed);
 }
 
 std::vector<std::string> OccGeometry::WriteStep(const SceneNode& scene, const std::string& path,

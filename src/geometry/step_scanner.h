@@ -1,10 +1,11 @@
 #pragma once
 
 #include <cstddef>
-#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "base/step_tokens.h"
 
 namespace quintara {
 
@@ -12,7 +13,7 @@ namespace quintara {
 /// what no reader should be given: broken statements, entities that are missing or doubled.
 class StepScanner {
  public:
-  explicit StepScanner(std::string_view text) : text_(text) {}
+  explicit StepScanner(std::string_view text) : text_(text), rest_(text) {}
 
   /// What is wrong, as the end of a sentence that begins with the file; empty when nothing is.
   std::string Fault();
@@ -20,19 +21,18 @@ class StepScanner {
  private:
   bool ScanStatement();
   bool ScanToken();
-  bool SkipPast(std::string_view mark);
-  bool SkipBlanks();
+  bool SkipBinary();
   bool ScanEntity();
   std::string EntityFault();
   std::string At(std::size_t place) const;
 
   std::string_view text_;
-  std::size_t at_ = 0;
+  std::string_view rest_;
   std::size_t statement_ = 0;  // where the one at hand begins
   int depth_ = 0;              // of parentheses
   bool ended_ = false;         // the end mark was met
-  std::vector<std::uint64_t> defined_;
-  std::vector<std::uint64_t> used_;
+  std::vector<StepId> defined_;
+  std::vector<StepId> used_;
 };
 
 }  // namespace quintara

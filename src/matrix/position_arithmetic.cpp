@@ -20,14 +20,14 @@ constexpr std::size_t kCount = PositionMatrix().size();
 void ComposeInto(const double* child, const double* parent, double* __restrict result) {
   for (std::size_t row = 0; row < kOrigin; row += 3) {
     for (std::size_t column = 0; column < 3; ++column) {
-      result[row + column] = (child[row] * parent[column] + child[row + 1] * parent[column + 3]) +
-                             child[row + 2] * parent[column + 6];
+      result[row + column] =
+          (child[row] * parent[column] + child[row + 1] * parent[column + 3]) + child[row + 2] * parent[column + 6];
     }
   }
   for (std::size_t column = 0; column < 3; ++column) {
-    result[kOrigin + column] = ((parent[kOrigin + column] + child[kOrigin] * parent[column]) +
-                                child[kOrigin + 1] * parent[column + 3]) +
-                               child[kOrigin + 2] * parent[column + 6];
+    result[kOrigin + column] =
+        ((parent[kOrigin + column] + child[kOrigin] * parent[column]) + child[kOrigin + 1] * parent[column + 3]) +
+        child[kOrigin + 2] * parent[column + 6];
   }
 }
 

@@ -21,8 +21,7 @@ bool Cls_Matrice::CheckPN(std::string_view PartNumber, const ChildPartNumbers& C
 }
 
 // True in `Used` when an ancestor is itself a component: what lies inside it is in place already.
-bool Cls_Matrice::CheckIfParentsAreUsed(MatrixIndex& Document, int Node, const ChildPartNumbers& Children,
-                                        bool& Used) {
+bool Cls_Matrice::CheckIfParentsAreUsed(MatrixIndex& Document, int Node, const ChildPartNumbers& Children, bool& Used) {
   using Cover = MatrixIndex::Cover;
   return Guarded("CheckIfParentsAreUsed", [&] {
     bool found = false;
@@ -95,8 +94,7 @@ bool Cls_Matrice::PlaceChildren(FlatProduct& product, MatrixIndex& document) {
     const auto child = product.children->Item(i);
     const auto partNumber = utils_->GetThePartNumber(child);
     auto& instances = InstancesOf(cache, product.partNumbers.KindOf(partNumber, static_cast<std::size_t>(i - 1)));
-    if (!instances.isSearched &&
-        !GetInstancesFromPN(document, partNumber, product.partNumbers, instances.elements)) {
+    if (!instances.isSearched && !GetInstancesFromPN(document, partNumber, product.partNumbers, instances.elements)) {
       return false;
     }
     instances.isSearched = true;

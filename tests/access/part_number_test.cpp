@@ -1,3 +1,4 @@
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <memory>
@@ -5,13 +6,11 @@
 #include "access/utils/Cls_Utils.h"
 #include "hosts/cad/cad_host.h"
 #include "hosts/native/native_files.h"
-#include "support/test_platform.h"
 
 namespace quintara::test {
 namespace {
 
 using ::testing::ElementsAre;
-using ::testing::IsEmpty;
 
 class PartNumber : public ::testing::Test {
  protected:
@@ -82,23 +81,37 @@ TEST_F(PartNumber, IsEmptyWhenTheComponentCannotBeSetBack) {
   gate->FailCall(4);
 
   EXPECT_EQ(utils.GetThePartNumber(component), "");
+
+  EXPECT_TRUE(utils.IsInDesignMode(component));
 }
 
-TEST(ThePlatform, FailsBeforeOneIsInstalled) {
-  const auto before = InstallPlatform(nullptr);
+TEST_F(PartNumber, OfAComponentInDesignFormIsReadThroughModeZeroWhenTheTestFails) {
+  GivenForm(ComponentForm::kDesign);
+  gate->FailCall(1);
 
-  EXPECT_THROW(ThePlatform(), Failure);
+  EXPECT_EQ(utils.GetThePartNumber(component), "BOLT");
 
-  InstallPlatform(before);
+  EXPECT_THAT(gate->Record(), ElementsAre("Product.PartNumber", "Product.SetWorkMode(0)", "Product.PartNumber",
+                                          "Product.SetWorkMode(1)"));
+  EXPECT_FALSE(utils.IsInDesignMode(component));
 }
 
-TEST(ThePlatform, IsTheOneInstalledLast) {
-  const auto first = std::make_shared<NativePlatform>(std::make_shared<Gate>(), nullptr);
-  const auto before = InstallPlatform(first);
+TEST_F(PartNumber, OfAComponentInDesignFormIsEmptyWhenTheReadingFails) {
+  GivenForm(ComponentForm::kDesign);
+  gate->FailCall(2);
 
-  EXPECT_EQ(&ThePlatform(), first.get());
+  EXPECT_EQ(utils.GetThePartNumber(component), "");
 
-  EXPECT_EQ(InstallPlatform(before), first);
+  EXPECT_THAT(gate->Record(), ElementsAre("Product.PartNumber", "Product.PartNumber"));
+}
+
+TEST_F(PartNumber, IsEmptyWhenModeZeroIsRefused) {
+  GivenForm(ComponentForm::kWithoutDesign);
+  gate->FailCall(2);
+
+  EXPECT_EQ(utils.GetThePartNumber(component), "");
+
+  EXPECT_THAT(gate->Record(), ElementsAre("Product.PartNumber", "Product.SetWorkMode(0)"));
 }
 
 }  // namespace

@@ -52,7 +52,8 @@ TEST(ToDouble, GivesBackEveryBit) {
 }
 
 TEST(ToDouble, RefusesWhatIsNotAWholeFiniteDecimal) {
-  for (const char* text : {"", " ", "nan", "inf", "-inf", "0,5", " 1", "1 ", "1.2.3", "0x10", "1e", "1e999", "1e-400", "one", "1\n"}) {
+  for (const char* text :
+       {"", " ", "nan", "inf", "-inf", "0,5", " 1", "1 ", "1.2.3", "0x10", "1e", "1e999", "1e-400", "one", "1\n"}) {
     EXPECT_EQ(NumberOfFailure(text), failure::kTypeMismatch) << text;
   }
 }

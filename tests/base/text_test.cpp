@@ -2,7 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <string>
+#include <string_view>
+#include <vector>
 
 #include "base/failure.h"
 
@@ -16,9 +19,43 @@ TEST(IsUtf8, TakesEveryPlane) {
 }
 
 TEST(IsUtf8, RefusesWhatIsNotWellFormed) {
-  for (const std::string bytes : {"\xE4", "abcdefgh\xFF", "\xC0\x80", "\xED\xA0\x80", "\xF5\x80\x80\x80", "\xC3", "\x80"}) {
+  for (const std::string bytes :
+       {"\xE4", "abcdefgh\xFF", "\xC0\x80", "\xED\xA0\x80", "\xF5\x80\x80\x80", "\xC3", "\x80"}) {
     EXPECT_FALSE(IsUtf8(bytes));
   }
+}
+
+TEST(TakeCharacter, TakesCharactersAndBrokenBytesOneByOne) {
+  std::string_view rest = "a\xC3\xA4\xFF\xE9\x83";
+  std::vector<std::int32_t> codes;
+
+  while (!rest.empty()) codes.push_back(TakeCharacter(rest).code);
+
+  EXPECT_EQ(codes, (std::vector<std::int32_t>{'a', 0xE4, -1, -1, -1}));
+}
+
+TEST(AppendCharacter, GivesBackWhatWasTaken) {
+  const std::string text = "a\xC3\xA4\xE9\x83\xA8\xF0\x9F\x94\xA9";
+  std::string copy;
+
+  for (std::string_view rest = text; !rest.empty();) AppendCharacter(copy, TakeCharacter(rest).code);
+
+  EXPECT_EQ(copy, text);
+}
+
+TEST(ScreenColumns, AreThoseOfATerminal) {
+  EXPECT_EQ(ScreenColumns({"a", 'a'}), 1U);
+  EXPECT_EQ(ScreenColumns({"\xE9\x83\xA8", 0x90E8}), 2U);
+  EXPECT_EQ(ScreenColumns({"\xCC\x81", 0x301}), 0U);
+  EXPECT_EQ(ScreenColumns({"\xFF", -1}), 1U);
+}
+
+TEST(IsControlCharacter, IsTrueForBothRangesAndBrokenBytes) {
+  EXPECT_TRUE(IsControlCharacter({"\x1B", 0x1B}));
+  EXPECT_TRUE(IsControlCharacter({"\xC2\x9B", 0x9B}));
+  EXPECT_TRUE(IsControlCharacter({"\xFF", -1}));
+  EXPECT_FALSE(IsControlCharacter({" ", ' '}));
+  EXPECT_FALSE(IsControlCharacter({"\xC3\xA4", 0xE4}));
 }
 
 TEST(Capitals, FollowUnicodeAndNoLocale) {

@@ -281,9 +281,10 @@ TEST_F(Export, NamesTheLightFileThatIsDamaged) {
   folder_.Write("cut.lwt", folder_.Read("nut.lwt").substr(0, 3000));
   folder_.Write("no.lwt", "glTF or not");
 
-  EXPECT_EQ(FailureOf([&] { WriteStep(Scene({Leaf("a", "X", Path("cut.lwt"))})); }), Path("cut.lwt") + ": is cut off");
+  EXPECT_EQ(FailureOf([&] { WriteStep(Scene({Leaf("a", "X", Path("cut.lwt"))})); }),
+            Path("cut.lwt") + ": is not a good light file: its length isn't the one that it names");
   EXPECT_EQ(FailureOf([&] { WriteStep(Scene({Leaf("a", "X", Path("no.lwt"))})); }),
-            Path("no.lwt") + ": is not a light file");
+            Path("no.lwt") + ": is not a good light file: it is no binary glTF file");
 }
 
 TEST_F(Export, NeverEndsThisProcessWhateverIsInALightFile) {

@@ -47,7 +47,9 @@ TEST_P(BadMatrixFile, MissingIsRefused) {
   EXPECT_THAT(platform.Boxes()[0].text, ::testing::Not(::testing::EndsWith(" : "))) << "the reason is told";
 }
 
-TEST_P(BadMatrixFile, EmptyIsRefused) { ExpectRefusedWhileLoading("", "the file is empty"); }
+TEST_P(BadMatrixFile, EmptyIsRefused) {
+  ExpectRefusedWhileLoading("", "the file is empty");
+}
 
 TEST_P(BadMatrixFile, CutOffIsRefused) {
   const std::string whole = MatrixText({"R", "R", At(0), {{"BOLT", "BOLT.1", At(1), {}}}});
@@ -85,7 +87,9 @@ TEST_P(BadMatrixFile, AForeignFileIsNeverRead) {
   ExpectRefusedWhileLoading("<!DOCTYPE R [<!ENTITY s SYSTEM 'secret'>]><R PART_NUMBER='&s;'/>", "document type");
 }
 
-TEST_P(BadMatrixFile, SeveralRootsAreRefused) { ExpectRefusedWhileLoading("<R/><R/>", "more than one root"); }
+TEST_P(BadMatrixFile, SeveralRootsAreRefused) {
+  ExpectRefusedWhileLoading("<R/><R/>", "more than one root");
+}
 
 TEST_P(BadMatrixFile, AFolderIsRefused) {
   GivenFlat({"BOLT"});
@@ -110,28 +114,32 @@ TEST_P(BadMatrixFile, AParseErrorAfterTheLoadingHasItsOwnWords) {
 
   EXPECT_FALSE(Read());
 
-  EXPECT_THAT(platform.Boxes(), ElementsAre(MatrixBox("Error in reading XML file \"" + MatrixPath() + "\" : half read")));
+  EXPECT_THAT(platform.Boxes(),
+              ElementsAre(MatrixBox("Error in reading XML file \"" + MatrixPath() + "\" : half read")));
 }
 
 TEST_P(BadMatrixFile, ATextThatIsNoNumberFailsWhenItsElementIsConverted) {
   for (const std::string number : {"nan", "0,5", " ", "", " 1", "1 ", "inf", "1e999", "0x1", "1.0.0"}) {
     MatrixBench bench;
-    bench.GivenMatrixText("<R PART_NUMBER='R' FULL_INSTANCE_NAME='R' XX='1' YY='1' ZZ='1'>"
-                          "<A PART_NUMBER='A' FULL_INSTANCE_NAME='R\\A' XX='1' YY='1' ZZ='1' XO='7'/>"
-                          "<B PART_NUMBER='BOLT' FULL_INSTANCE_NAME='R\\B' XO='" + number + "'/></R>");
+    bench.GivenMatrixText(
+        "<R PART_NUMBER='R' FULL_INSTANCE_NAME='R' XX='1' YY='1' ZZ='1'>"
+        "<A PART_NUMBER='A' FULL_INSTANCE_NAME='R\\A' XX='1' YY='1' ZZ='1' XO='7'/>"
+        "<B PART_NUMBER='BOLT' FULL_INSTANCE_NAME='R\\B' XO='" +
+        number + "'/></R>");
     bench.GivenFlat({"A", "BOLT"});
 
     EXPECT_FALSE(GetParam() ? bench.Process() : bench.PositionAll(true));
 
-    EXPECT_THAT(bench.platform.Boxes(),
-                ElementsAre(UnexpectedError("ConvertNodeToXMLElement",
-                                            "Type mismatch: \"" + number + "\" is not a number")));
+    EXPECT_THAT(
+        bench.platform.Boxes(),
+        ElementsAre(UnexpectedError("ConvertNodeToXMLElement", "Type mismatch: \"" + number + "\" is not a number")));
     EXPECT_THAT(bench.Positions(), ElementsAre(At(7), kIdentityPosition)) << "what was placed before keeps its place";
   }
 }
 
 TEST_P(BadMatrixFile, ATextThatIsNoNumberInAnAncestorFailsToo) {
-  GivenMatrixText("<R PART_NUMBER='R' FULL_INSTANCE_NAME='R' ZO='x'><B PART_NUMBER='BOLT' FULL_INSTANCE_NAME='R\\B'/></R>");
+  GivenMatrixText(
+      "<R PART_NUMBER='R' FULL_INSTANCE_NAME='R' ZO='x'><B PART_NUMBER='BOLT' FULL_INSTANCE_NAME='R\\B'/></R>");
   GivenFlat({"BOLT"});
 
   EXPECT_FALSE(Read());
@@ -141,9 +149,10 @@ TEST_P(BadMatrixFile, ATextThatIsNoNumberInAnAncestorFailsToo) {
 }
 
 TEST_P(BadMatrixFile, ATextThatIsNoNumberHurtsNobodyElse) {
-  GivenMatrixText("<R PART_NUMBER='R' FULL_INSTANCE_NAME='R' XX='1' YY='1' ZZ='1'>"
-                  "<A PART_NUMBER='A' FULL_INSTANCE_NAME='R\\A' XX='x'/>"
-                  "<B PART_NUMBER='BOLT' FULL_INSTANCE_NAME='R\\B' XX='1' YY='1' ZZ='1' XO='3'/></R>");
+  GivenMatrixText(
+      "<R PART_NUMBER='R' FULL_INSTANCE_NAME='R' XX='1' YY='1' ZZ='1'>"
+      "<A PART_NUMBER='A' FULL_INSTANCE_NAME='R\\A' XX='x'/>"
+      "<B PART_NUMBER='BOLT' FULL_INSTANCE_NAME='R\\B' XX='1' YY='1' ZZ='1' XO='3'/></R>");
   GivenFlat({"BOLT"});
 
   EXPECT_TRUE(Read());

@@ -34,7 +34,8 @@ TEST_F(CreateXMLFile, WritesTheInstructionAndTheRootAndNothingElse) {
 
   EXPECT_TRUE(Create());
 
-  EXPECT_THAT(folder.Read("matrix.xml"), StartsWith("<?xml version='1.0' encoding='UTF-8'?><PRODUCT PART_NUMBER=\"A\""));
+  EXPECT_THAT(folder.Read("matrix.xml"),
+              StartsWith("<?xml version='1.0' encoding='UTF-8'?><PRODUCT PART_NUMBER=\"A\""));
   EXPECT_THAT(folder.Read("matrix.xml"), ::testing::EndsWith("/></PRODUCT>"));
   EXPECT_THAT(folder.Names(), ElementsAre("matrix.xml"));
   EXPECT_THAT(platform.Boxes(), IsEmpty());
@@ -119,13 +120,13 @@ TEST_F(CreateXMLFile, AsksTheHostInItsOrder) {
   ASSERT_TRUE(Create());
 
   const auto path = MatrixPath();
-  EXPECT_THAT(TheGate().Record(),
-              ElementsAre("Product.PartNumber", "Product.PartNumber", "Product.Name", "Product.Products",
-                          "Products.Count", "Product.Position", "Position.GetComponents",  //
-                          "Products.Item(1)", "Product.PartNumber", "Product.PartNumber", "Product.Name",
-                          "Product.Products", "Products.Count", "Product.Position", "Position.GetComponents",
-                          "Files.Write(" + path + ".new)", "FileSystem.FileExists(" + path + ")",
-                          "Files.Rename(" + path + ".new, " + path + ")"));
+  EXPECT_THAT(
+      TheGate().Record(),
+      ElementsAre("Product.PartNumber", "Product.PartNumber", "Product.Name", "Product.Products", "Products.Count",
+                  "Product.Position", "Position.GetComponents",  //
+                  "Products.Item(1)", "Product.PartNumber", "Product.PartNumber", "Product.Name", "Product.Products",
+                  "Products.Count", "Product.Position", "Position.GetComponents", "Files.Write(" + path + ".new)",
+                  "FileSystem.FileExists(" + path + ")", "Files.Rename(" + path + ".new, " + path + ")"));
 }
 
 TEST_F(CreateXMLFile, WritesAPartThatIsNotInDesignForm) {
@@ -250,8 +251,9 @@ TEST_F(CreateXMLFile, ShowsAForeignExceptionToo) {
   EXPECT_FALSE(faulty.ProcessXMLFile(root, MatrixPath()));
   EXPECT_FALSE(faulty.PositionAllInstances(root, MatrixPath(), true, document->Selection()));
 
-  EXPECT_THAT(platform.Boxes(), ElementsAre(UnexpectedError("CreateXMLFile", "foreign"), UnexpectedError("ProcessXMLFile", "foreign"),
-                                            UnexpectedError("PositionAllInstances", "foreign")));
+  EXPECT_THAT(platform.Boxes(),
+              ElementsAre(UnexpectedError("CreateXMLFile", "foreign"), UnexpectedError("ProcessXMLFile", "foreign"),
+                          UnexpectedError("PositionAllInstances", "foreign")));
 }
 
 TEST_F(CreateXMLFile, GivesASilentFalseForANameWithANul) {
@@ -283,8 +285,8 @@ TEST_F(CreateXMLFile, KeepsTheNewFileBesideWhenItCannotBePutInPlace) {
   EXPECT_FALSE(Create());
 
   EXPECT_THAT(platform.Boxes(),
-              ElementsAre(UnexpectedError("CreateXMLFile", "Permission denied (the new file is kept as \"" +
-                                                               MatrixPath() + ".new\")")));
+              ElementsAre(UnexpectedError("CreateXMLFile",
+                                          "Permission denied (the new file is kept as \"" + MatrixPath() + ".new\")")));
   EXPECT_THAT(folder.Read("matrix.xml.new"), HasSubstr("PART_NUMBER=\"A\""));
 }
 
@@ -306,8 +308,8 @@ TEST_F(CreateXMLFile, ShowsANameThatNoReaderWouldTake) {
   EXPECT_FALSE(Create());
 
   EXPECT_THAT(platform.Boxes(),
-              ElementsAre(UnexpectedError("CreateXMLFile",
-                                          "The XML document can't be written: a control character is not allowed here")));
+              ElementsAre(UnexpectedError(
+                  "CreateXMLFile", "The XML document can't be written: a control character is not allowed here")));
   EXPECT_EQ(folder.Read("matrix.xml"), "old");
 }
 

@@ -45,7 +45,8 @@ class RandomCase {
   // What a second attribute of the same base name says.
   std::string SecondValue(const std::string& name, const std::string& value) {
     if (name.size() == 2) return Chance(20) ? value + "B" : NumberText();
-    if (name == "FULL_INSTANCE_NAME" && Chance(2)) return fullNames_[static_cast<std::size_t>(Number(0, static_cast<int>(fullNames_.size()) - 1))];
+    if (name == "FULL_INSTANCE_NAME" && Chance(2))
+      return fullNames_[static_cast<std::size_t>(Number(0, static_cast<int>(fullNames_.size()) - 1))];
     return Chance(2) ? "" : value + "B";
   }
 
@@ -163,9 +164,15 @@ void ExpectOneMeaning(std::optional<bool> allInstances, unsigned firstSeed) {
   EXPECT_GT(placed, static_cast<int>(kCases / 10)) << "the cases must not all end in a box";
 }
 
-TEST(IndexedPositioning, MeansWhatTheScansOfProcessXMLFileMean) { ExpectOneMeaning({}, 1); }
-TEST(IndexedPositioning, MeansWhatTheScansOfPositionAllInstancesMean) { ExpectOneMeaning(true, 100'001); }
-TEST(IndexedPositioning, MeansWhatTheScansOfThePlacingOfFirstInstancesMean) { ExpectOneMeaning(false, 200'001); }
+TEST(IndexedPositioning, MeansWhatTheScansOfProcessXMLFileMean) {
+  ExpectOneMeaning({}, 1);
+}
+TEST(IndexedPositioning, MeansWhatTheScansOfPositionAllInstancesMean) {
+  ExpectOneMeaning(true, 100'001);
+}
+TEST(IndexedPositioning, MeansWhatTheScansOfThePlacingOfFirstInstancesMean) {
+  ExpectOneMeaning(false, 200'001);
+}
 
 }  // namespace
 }  // namespace quintara::test

@@ -61,8 +61,9 @@ class MatriceOperations : public ::testing::Test {
 };
 
 TEST_F(MatriceOperations, AnElementIsConvertedFieldByField) {
-  document.Parse("<A ZO='12' YO='11' XO='10' ZZ='9' ZY='8' ZX='7' YZ='6' YY='5' YX='4' XZ='3' XY='2' XX='1' "
-                 "FULL_INSTANCE_NAME='f' INSTANCE_NAME='i' PART_NUMBER='p' other='o' OX='99' X='99' XXX='99'/>");
+  document.Parse(
+      "<A ZO='12' YO='11' XO='10' ZZ='9' ZY='8' ZX='7' YZ='6' YY='5' YX='4' XZ='3' XY='2' XX='1' "
+      "FULL_INSTANCE_NAME='f' INSTANCE_NAME='i' PART_NUMBER='p' other='o' OX='99' X='99' XXX='99'/>");
   XMLElement element;
   element.Used = true;
   std::array<double, 12> matrix{};
@@ -247,8 +248,9 @@ TEST_F(MatriceOperations, InstancesAreErasedFirst) {
 }
 
 TEST_F(MatriceOperations, AnElementRightBelowTheRootIsComposedOnce) {
-  auto& elements = Given("<R PART_NUMBER='R' FULL_INSTANCE_NAME='R' XX='2' YY='2' ZZ='2' XO='1'>"
-                         "<B PART_NUMBER='B' FULL_INSTANCE_NAME='R\\B' XX='1' YY='1' ZZ='1' XO='10'/></R>");
+  auto& elements = Given(
+      "<R PART_NUMBER='R' FULL_INSTANCE_NAME='R' XX='2' YY='2' ZZ='2' XO='1'>"
+      "<B PART_NUMBER='B' FULL_INSTANCE_NAME='R\\B' XX='1' YY='1' ZZ='1' XO='10'/></R>");
   PositionMatrix out{};
   ASSERT_TRUE(matrice.ConvertOnce(elements, 1));
 

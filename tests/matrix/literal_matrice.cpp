@@ -171,7 +171,8 @@ bool LiteralMatrice::WithDocument(const std::string& path, const std::function<b
 }
 
 bool LiteralMatrice::ProcessXMLFile(const Ref<zorva::Product>& root, const std::string& path) {
-  return Guarded("ProcessXMLFile", [&] { return WithDocument(path, [&](XmlNode document) { return Process(root, document); }); });
+  return Guarded("ProcessXMLFile",
+                 [&] { return WithDocument(path, [&](XmlNode document) { return Process(root, document); }); });
 }
 
 bool LiteralMatrice::PositionAllInstances(const Ref<zorva::Product>& root, const std::string& path, bool allInstances,

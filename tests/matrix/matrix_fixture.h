@@ -44,7 +44,9 @@ std::ostream& operator<<(std::ostream& stream, const Component& component);
 
 /// Equal in every bit, the sign of a zero included.
 bool SameBits(const PositionMatrix& left, const PositionMatrix& right);
-MATCHER_P(HasBitsOf, expected, "") { return SameBits(arg, expected); }
+MATCHER_P(HasBitsOf, expected, "") {
+  return SameBits(arg, expected);
+}
 
 /// An embedded CAD host on a platform of its own, with one product open.
 class Stage {

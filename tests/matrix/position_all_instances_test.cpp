@@ -36,9 +36,10 @@ TEST_F(PositionAllInstances, MakesOneChildForEachInstance) {
 
   EXPECT_TRUE(PositionAll(kAll));
 
-  EXPECT_THAT(Components(), ElementsAre(Component{"BOLT", "R\\BOLT.1", At(1001)}, Component{"PLATE", "R\\PLATE.1", At(1000, 0, 5)},
-                                        Component{"BOLT", "R\\GROUP.1\\BOLT.1", At(1002, 100)},
-                                        Component{"BOLT", "R\\GROUP.1\\BOLT.2", At(1003, 100)}));
+  EXPECT_THAT(Components(),
+              ElementsAre(Component{"BOLT", "R\\BOLT.1", At(1001)}, Component{"PLATE", "R\\PLATE.1", At(1000, 0, 5)},
+                          Component{"BOLT", "R\\GROUP.1\\BOLT.1", At(1002, 100)},
+                          Component{"BOLT", "R\\GROUP.1\\BOLT.2", At(1003, 100)}));
   EXPECT_THAT(platform.Boxes(), IsEmpty());
 }
 
@@ -65,8 +66,8 @@ TEST_F(PositionAllInstances, TreatsASingleInstanceAlikeOnBothRoads) {
                 ElementsAre("Document.Selection", "Files.Read(" + bench.MatrixPath() + ")", "Product.Products",
                             "Products.Count", "Products.Item(1)", "Product.PartNumber", "Product.PartNumber",  // stock
                             "Products.Item(1)", "Product.PartNumber", "Product.PartNumber",  // thinning
-                            "Products.Item(1)", "Product.PartNumber", "Product.PartNumber",
-                            "Product.Name=(R\\PLATE.1)", "Product.Position", "Position.SetComponents"));
+                            "Products.Item(1)", "Product.PartNumber", "Product.PartNumber", "Product.Name=(R\\PLATE.1)",
+                            "Product.Position", "Position.SetComponents"));
     EXPECT_THAT(bench.Components(), ElementsAre(Component{"PLATE", "R\\PLATE.1", At(1000, 0, 5)}));
   }
 }
@@ -107,7 +108,8 @@ TEST_F(PositionAllInstances, ShowsARootThatIsNothing) {
 }
 
 TEST_F(PositionAllInstances, DrivesTheClipboardInItsOrder) {
-  GivenMatrix({"R", "R", At(0), {{"BOLT", "BOLT.1", At(1), {}}, {"BOLT", "BOLT.2", At(2), {}}, {"BOLT", "BOLT.3", At(3), {}}}});
+  GivenMatrix(
+      {"R", "R", At(0), {{"BOLT", "BOLT.1", At(1), {}}, {"BOLT", "BOLT.2", At(2), {}}, {"BOLT", "BOLT.3", At(3), {}}}});
   GivenFlat({"BOLT"});
   TheGate().StartRecording();
 
@@ -171,13 +173,17 @@ TEST_F(PositionAllInstances, FailsWhenThereIsNoNeighbourToRemove) {
   EXPECT_FALSE(PositionAll(kAll));
 
   ASSERT_EQ(platform.Boxes().size(), 1U);
-  EXPECT_THAT(platform.Boxes()[0].text, ::testing::StartsWith("Unexpected error in function Cls_Matrice.PositionAllInstances : "));
+  EXPECT_THAT(platform.Boxes()[0].text,
+              ::testing::StartsWith("Unexpected error in function Cls_Matrice.PositionAllInstances : "));
   EXPECT_THAT(PartNumbers(), ElementsAre("BOLT", "BOLT"));
   EXPECT_THAT(Positions(), ElementsAre(kIdentityPosition, kIdentityPosition));
 }
 
 TEST_F(PositionAllInstances, VisitsNoPastedChild) {
-  GivenMatrix({"R", "R", At(0), {{"A", "A.1", At(1), {}}, {"A", "A.2", At(2), {}}, {"B", "B.1", At(3), {}}, {"B", "B.2", At(4), {}}}});
+  GivenMatrix({"R",
+               "R",
+               At(0),
+               {{"A", "A.1", At(1), {}}, {"A", "A.2", At(2), {}}, {"B", "B.1", At(3), {}}, {"B", "B.2", At(4), {}}}});
   GivenFlat({"A", "B"});
 
   EXPECT_TRUE(PositionAll(kAll));
@@ -204,7 +210,8 @@ TEST_F(PositionAllInstances, ReadsNothingButTheFileForAProductWithoutChildren) {
 
   EXPECT_TRUE(matrice.PositionAllInstances(root, MatrixPath(), kAll, selection));
 
-  EXPECT_THAT(TheGate().Record(), ElementsAre("Files.Read(" + MatrixPath() + ")", "Product.Products", "Products.Count"));
+  EXPECT_THAT(TheGate().Record(),
+              ElementsAre("Files.Read(" + MatrixPath() + ")", "Product.Products", "Products.Count"));
 }
 
 TEST_F(PositionAllInstances, NeedsASelectionOnlyToMakeCopies) {
@@ -225,7 +232,8 @@ TEST_F(PositionAllInstances, ShowsAnElementWithoutFullNameThatTheHostRefusesAsAN
   EXPECT_FALSE(PositionAll(kFirst));
 
   ASSERT_EQ(platform.Boxes().size(), 1U);
-  EXPECT_THAT(platform.Boxes()[0].text, ::testing::StartsWith("Unexpected error in function Cls_Matrice.PositionAllInstances : "));
+  EXPECT_THAT(platform.Boxes()[0].text,
+              ::testing::StartsWith("Unexpected error in function Cls_Matrice.PositionAllInstances : "));
   EXPECT_THAT(Names(), ElementsAre("child 1"));
 }
 
@@ -248,8 +256,9 @@ TEST_F(PositionAllInstances, ShowsEachFailingCallOfTheHostOnce) {
     ASSERT_EQ(bench.platform.Boxes().size(), placed ? 0U : 1U) << call;
     if (!placed) {
       const auto& text = bench.platform.Boxes()[0].text;
-      ASSERT_THAT(text, ::testing::StartsWith(call == 1 ? "Error in loading XML file "
-                                                        : "Unexpected error in function Cls_Matrice.PositionAllInstances : "));
+      ASSERT_THAT(
+          text, ::testing::StartsWith(call == 1 ? "Error in loading XML file "
+                                                : "Unexpected error in function Cls_Matrice.PositionAllInstances : "));
     }
     refused += placed ? 0 : 1;
   }

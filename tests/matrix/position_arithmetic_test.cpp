@@ -123,9 +123,12 @@ TEST(Compose, RefusesAnArrayThatHasNotTwelveElements) {
   const std::vector<double> eleven(11);
   std::vector<double> none;
 
-  EXPECT_THROW(Compose(std::span<const double>(eleven), std::span<const double>(twelve), std::span<double>(result)), Failure);
-  EXPECT_THROW(Compose(std::span<const double>(twelve), std::span<const double>(eleven), std::span<double>(result)), Failure);
-  EXPECT_THROW(Compose(std::span<const double>(twelve), std::span<const double>(twelve), std::span<double>(none)), Failure);
+  EXPECT_THROW(Compose(std::span<const double>(eleven), std::span<const double>(twelve), std::span<double>(result)),
+               Failure);
+  EXPECT_THROW(Compose(std::span<const double>(twelve), std::span<const double>(eleven), std::span<double>(result)),
+               Failure);
+  EXPECT_THROW(Compose(std::span<const double>(twelve), std::span<const double>(twelve), std::span<double>(none)),
+               Failure);
 }
 
 }  // namespace

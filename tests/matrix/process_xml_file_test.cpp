@@ -123,7 +123,8 @@ TEST_F(ProcessXMLFile, ReadsNothingButTheFileForAProductWithoutChildren) {
 
   EXPECT_TRUE(Process());
 
-  EXPECT_THAT(TheGate().Record(), ElementsAre("Files.Read(" + MatrixPath() + ")", "Product.Products", "Products.Count"));
+  EXPECT_THAT(TheGate().Record(),
+              ElementsAre("Files.Read(" + MatrixPath() + ")", "Product.Products", "Products.Count"));
 }
 
 TEST_F(ProcessXMLFile, AsksTheHostInItsOrder) {
@@ -263,7 +264,8 @@ TEST_F(ProcessXMLFile, ShowsAPositionThatTheHostRefuses) {
   EXPECT_FALSE(Process());
 
   ASSERT_EQ(platform.Boxes().size(), 1U);
-  EXPECT_THAT(platform.Boxes()[0].text, ::testing::StartsWith("Unexpected error in function Cls_Matrice.ProcessXMLFile : "));
+  EXPECT_THAT(platform.Boxes()[0].text,
+              ::testing::StartsWith("Unexpected error in function Cls_Matrice.ProcessXMLFile : "));
   EXPECT_THAT(Positions(), ElementsAre(PositionMatrix{0, 0, 0, 0, 1, 0, 0, 0, 1, 0, 0, 0}, kIdentityPosition));
 }
 

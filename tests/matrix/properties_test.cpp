@@ -13,7 +13,8 @@ namespace {
 
 // Any finite double, of any size, and now and then one of those that go wrong first.
 double AnyFinite(std::mt19937_64& random) {
-  static const double kSpecial[] = {0.0, -0.0, 1.0, -1.0, 5e-324, -5e-324, 1.7976931348623157e308, 0.1, 1e15, 123456789.123};
+  static const double kSpecial[] = {0.0, -0.0, 1.0,          -1.0, 5e-324, -5e-324, 1.7976931348623157e308,
+                                    0.1, 1e15, 123456789.123};
   if (random() % 4 == 0) return kSpecial[random() % std::size(kSpecial)];
   for (;;) {
     const auto bits = random();

@@ -24,11 +24,16 @@ class FileContents {
  public:
   virtual ~FileContents() = default;
 
-  /// All bytes of a file. Failures name the path.
+  /// All bytes of a file. Failures name the path; what is no file of a disk fails with 75.
   virtual std::string Read(const std::string& path) = 0;
   /// Makes or overwrites the file; on return the bytes are on the disk. A failure removes what
-  /// was written.
+  /// was written, and a file that was there before is gone with it: `WriteWhole` is for those.
   virtual void Write(const std::string& path, const std::string& bytes) = 0;
+  /// Makes the file, or puts a new one in the place of the old one, as a whole: the bytes are
+  /// written beside it first, under a name that no other file has, so that a failure leaves the
+  /// old file as it was and nothing beside it. Where `path` is a link, the file that it leads to
+  /// is replaced. Fails with 70 for a read-only file and with 75 for what is no file.
+  virtual void WriteWhole(const std::string& path, const std::string& bytes) = 0;
   /// Gives `from` the name `to`, in one step; a file of that name is replaced.
   virtual void Rename(const std::string& from, const std::string& to) = 0;
 };

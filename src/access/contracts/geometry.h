@@ -16,8 +16,8 @@ using Progress = std::function<void(double fraction, const std::string& what)>;
 /// The tree of a STEP assembly as the CAD host takes it: names made unique and usable.
 struct AssemblyStructure {
   struct Instance {
-    std::string name;        ///< unique under its parent, without backslash
-    std::size_t definition;  ///< index in `definitions`
+    std::string name;         ///< unique under its parent, without backslash
+    std::size_t definition;   ///< index in `definitions`
     PositionMatrix position;  ///< in the parent's frame, millimetres
   };
   struct Definition {
@@ -88,9 +88,11 @@ class Geometry {
   virtual std::unique_ptr<SplitAssembly> ReadAssembly(const std::string& path, const Progress& progress) = 0;
   /// Writes a scene as STEP. Light components become facets. Gives a line for each thing that
   /// could not be written as it stands, such as a singular or mirrored position.
-  virtual std::vector<std::string> WriteStep(const SceneNode& scene, const std::string& path, const Progress& progress) = 0;
+  virtual std::vector<std::string> WriteStep(const SceneNode& scene, const std::string& path,
+                                             const Progress& progress) = 0;
   /// The same as binary glTF.
-  virtual std::vector<std::string> WriteGltf(const SceneNode& scene, const std::string& path, const Progress& progress) = 0;
+  virtual std::vector<std::string> WriteGltf(const SceneNode& scene, const std::string& path,
+                                             const Progress& progress) = 0;
   /// Writes a PNG picture of the scenes side by side, without needing a display.
   virtual void WritePicture(const std::vector<PictureView>& views, const std::string& path, int width, int height) = 0;
 };

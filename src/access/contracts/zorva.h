@@ -28,7 +28,7 @@ class Collection : public AnyObject {
   virtual int Count() = 0;
 };
 
-/// The running session of the CAD host.
+/// The running session of the CAD host. `GetItem` gives the items that were registered with it.
 class Application : public AnyObject {
  public:
   /// The open documents; never nothing on a live session.
@@ -62,7 +62,8 @@ class Documents : public Collection {
   /// A new, empty document of the kind `typeName` ("ZVAProduct"), made active. Some hosts ask
   /// their user first: they give nothing, and the document appears later.
   virtual Ref<Document> Add(const std::string& typeName) = 0;
-  /// Opens a file for the user and makes it active. Fails for a path that can't be read.
+  /// Opens a file for the user and makes it active, also when it is open already. Fails for a path
+  /// that can't be read.
   virtual Ref<Document> Open(const std::string& fullPath) = 0;
   /// Loads a file only to get at its content; what is active stays so.
   virtual Ref<Document> Read(const std::string& fullPath) = 0;
@@ -72,6 +73,7 @@ class Documents : public Collection {
 class Document : public AnyObject {
  public:
   virtual Ref<zorva::Selection> Selection() = 0;
+  /// Closes the document; changes that weren't saved are lost. What is held of it fails from then on.
   virtual void Close() = 0;
   /// Folder and file name; empty for a document never saved.
   virtual std::string FullName() = 0;
@@ -111,12 +113,15 @@ class Products : public Collection {
  public:
   /// The child at `index`, from 1. Fails past the end.
   virtual Ref<Product> Item(int index) = 0;
-  /// Takes the child at `index`, from 1, away. Fails past the end.
+  /// Takes the child at `index`, from 1, away. Fails past the end. What was held of the child fails
+  /// from then on.
   virtual void Remove(int index) = 0;
   /// Replaces one child by the content of a file and gives the new component. Index, position and
   /// instance name stay. `allInstances` is always False. Fails for what is no direct child and
-  /// for a path that can't be read; nothing is changed then.
-  virtual Ref<Product> ReplaceWithFile(const Ref<Product>& component, const std::string& fullPath, bool allInstances) = 0;
+  /// for a path that can't be read; nothing is changed then. What was held of the old component
+  /// fails from then on.
+  virtual Ref<Product> ReplaceWithFile(const Ref<Product>& component, const std::string& fullPath,
+                                       bool allInstances) = 0;
   /// Appends one child for each file, at the identity. `typeFilter` is always "All". Fails, and
   /// changes nothing, when one of the paths can't be read.
   virtual void AddComponentsFromFiles(const std::vector<std::string>& fullPaths, const std::string& typeFilter) = 0;
@@ -135,6 +140,7 @@ class Parameters : public Collection {
  public:
   /// Fails for an unknown name.
   virtual Ref<Parameter> Item(const std::string& name) = 0;
+  /// Adds a string parameter. Fails for the empty name and for one that is there already.
   virtual Ref<Parameter> CreateString(const std::string& name, const std::string& value) = 0;
 };
 

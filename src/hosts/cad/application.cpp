@@ -71,10 +71,6 @@ Ref<zorva::Window> ApplicationObject::ActiveWindow() {
   return MakeRef<WindowObject>(life_);
 }
 
-Ref<zorva::Application> ApplicationObject::AsApplication() {
-  return Ref<zorva::Application>(shared_from_this());
-}
-
 Ref<zorva::Viewer> WindowObject::ActiveViewer() {
   Pass<"ActiveViewer">();
   return MakeRef<ViewerObject>(life_);

@@ -10,7 +10,7 @@
 namespace quintara::cad {
 
 /// The base of the objects that belong to the session as a whole.
-template <Literal Kind, class Contract>
+template <OperationLiteral Kind, class Contract>
 class SessionWide : public SessionObject<Kind, Contract> {
  public:
   explicit SessionWide(std::shared_ptr<Life> life) : life_(std::move(life)) {}
@@ -46,10 +46,12 @@ class ApplicationObject final : public SessionWide<"Application", zorva::Applica
   void SetDisplayFileAlerts(bool alerts) override;
   void SetRefreshDisplay(bool refresh) override;
   Ref<zorva::Window> ActiveWindow() override;
-  Ref<zorva::Application> AsApplication() override;
 
   /// Without passing the gate.
   const Ref<zorva::Documents>& TheDocuments() const noexcept { return documents_; }
+
+ protected:
+  std::shared_ptr<AnyObject> Self() override { return shared_from_this(); }
 
  private:
   Ref<zorva::Documents> documents_;

@@ -1,6 +1,7 @@
 #include "hosts/cad/cad_host.h"
 
 #include <utility>
+#include <vector>
 
 #include "base/text.h"
 #include "hosts/cad/document.h"
@@ -62,7 +63,8 @@ Ref<zorva::ProductDocument> CadHost::Build(const AssemblyStructure& structure) {
     }
     definitions.push_back(std::move(definition));
   }
-  return session_->OpenNew(definitions[structure.root])->AsContract()->AsProductDocument();
+  const auto document = session_->OpenNew(definitions[structure.root])->AsContract();
+  return Ref<zorva::ProductDocument>(std::dynamic_pointer_cast<zorva::ProductDocument>(document.Shared()));
 }
 
 Ref<zorva::Document> CadHost::Open(const std::string& path, const FormChoice& form) {
@@ -70,11 +72,11 @@ Ref<zorva::Document> CadHost::Open(const std::string& path, const FormChoice& fo
 }
 
 void CadHost::SetForm(const Ref<zorva::Product>& component, ComponentForm form) {
-  session_->SetForm(*cad::OccurrenceOf(component), form);
+  session_->SetForm(*cad::OccurrenceOf(component, *session_), form);
 }
 
 void CadHost::Save(const Ref<zorva::Document>& document, const std::string& path) {
-  cad::SaveProduct(*session_, cad::DocumentObject::Of(document)->TheDefinition(), path);
+  cad::SaveProduct(*session_, cad::DocumentObject::Of(document, *session_)->TheDefinition(), path);
 }
 
 void CadHost::AddDuringSleep(int n) {
@@ -89,11 +91,24 @@ int CadHost::Redraws() const {
   return session_->redraws;
 }
 
+namespace {
+
+// Each is written into one folder and looked for there, so it must not lead out of it.
+std::string FileOf(const AssemblyStructure::Definition& definition) {
+  auto file = definition.partNumber + (definition.isAssembly ? cad::kProductExtension : ".stp");
+  const bool isPlain = !definition.partNumber.empty() && IsUtf8(file) && file.find_first_of("/\\:") == file.npos &&
+                       file.find('\0') == file.npos;
+  if (isPlain) return file;
+  throw Failure(failure::kInvalidCall, "The part number \"" + definition.partNumber + "\" can't be the name of a file");
+}
+
+}  // namespace
+
 void WriteProductFiles(const AssemblyStructure& structure, const std::string& folder, FileContents& files) {
   DefinitionAt(structure, structure.root);
-  const auto fileOf = [](const AssemblyStructure::Definition& definition) {
-    return definition.partNumber + (definition.isAssembly ? cad::kProductExtension : ".stp");
-  };
+  std::vector<std::string> names;
+  for (const auto& definition : structure.definitions) names.push_back(FileOf(definition));
+  std::vector<std::pair<std::string, std::string>> texts;
   for (std::size_t i = 0; i < structure.definitions.size(); ++i) {
     const auto& definition = structure.definitions[i];
     if (!definition.isAssembly) continue;
@@ -101,10 +116,11 @@ void WriteProductFiles(const AssemblyStructure& structure, const std::string& fo
     product.partNumber = definition.partNumber;
     for (const auto& child : definition.children) {
       RequireBefore(child, i);
-      product.components.push_back({child.name, fileOf(structure.definitions[child.definition]), child.position, {}});
+      product.components.push_back({child.name, names[child.definition], child.position, {}});
     }
-    cad::WriteBeside(files, FromPath(ToPath(folder) / ToPath(fileOf(definition))), cad::ProductFileText(product));
+    texts.emplace_back(FromPath(ToPath(folder) / ToPath(names[i])), cad::ProductFileText(product));
   }
+  for (const auto& [path, text] : texts) files.WriteWhole(path, text);
 }
 
 }  // namespace quintara

@@ -67,6 +67,19 @@ void Definition::Replace(std::size_t index, std::shared_ptr<Definition> definiti
   ForgetOccurrences(instance);
 }
 
+void Definition::Adopt(Instance& child, const std::shared_ptr<Definition>& found) {
+  found->properties.AddMissing(child.definition->properties);
+  const auto missing = std::exchange(child.definition, found);
+  for (auto* each = missing->firstOccurrence_; each != nullptr;) {
+    auto* const next = each->next_;
+    if (each->instance_ == &child) {
+      each->LeaveList();
+      each->JoinList(*found);
+    }
+    each = next;
+  }
+}
+
 void Definition::ForgetOccurrences(const Instance& child) {
   for (auto* each = firstOccurrence_; each != nullptr; each = each->next_) each->Forget(child);
 }

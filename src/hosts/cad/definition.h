@@ -62,6 +62,9 @@ class Definition : public std::enable_shared_from_this<Definition> {
   /// Makes a child stand for another definition, without properties of its own. Index, position
   /// and name stay; products that stood for it are dead from then on.
   void Replace(std::size_t index, std::shared_ptr<Definition> definition);
+  /// Takes a file that has been found into the place of a missing one; products that stood for the
+  /// child live on, in the form in which they were asked to be.
+  static void Adopt(Instance& child, const std::shared_ptr<Definition>& found);
   void Rename(Instance& instance, const std::string& name);
   std::size_t IndexOf(Instance& instance) const;
   /// A name for a new child: `base`, point, first free number.
@@ -76,6 +79,7 @@ class Definition : public std::enable_shared_from_this<Definition> {
   PropertyList properties;
   std::string path;  ///< normal and absolute; empty without a file
   ContentDigest content;
+  std::uint64_t found = 0;              ///< greater when this content was found in its file later than another
   std::optional<std::string> rootName;  ///< the name of the root where it isn't the part number
   PositionMatrix rootPosition = kIdentityPosition;
   std::shared_ptr<DocumentObject> document;  ///< made when it is first asked for

@@ -36,18 +36,23 @@ class DocumentOf : public SessionObject<"Document", Contract>,
     return TheDefinition().path;
   }
 
-  Ref<zorva::Document> AsDocument() override { return AsContract(); }
   Ref<zorva::Document> AsContract() override { return Ref<zorva::Document>(this->shared_from_this()); }
 
  protected:
   const Life& TheLife() const override { return *life_; }
   Ref<AnyObject> Owner() override { return life_->TheSession()->DocumentsOfApplication(); }
+  std::shared_ptr<AnyObject> Self() override { return this->shared_from_this(); }
 
  private:
   std::shared_ptr<Occurrence> ItemNamed(const std::string& name);
 };
 
-// The newest child wins: callers look for what they have just added.
+bool IsLoaded(const Occurrence& product) {
+  return product.Form() != ComponentForm::kUnloaded;
+}
+
+// The newest child wins: callers look for what they have just added. A part number counts in any
+// form, though it can be read in one only: the file behind it is there.
 template <class Contract>
 std::shared_ptr<Occurrence> DocumentOf<Contract>::ItemNamed(const std::string& name) {
   const auto& root = Root();
@@ -55,11 +60,9 @@ std::shared_ptr<Occurrence> DocumentOf<Contract>::ItemNamed(const std::string& n
   for (auto i = children.size(); i-- > 0;) {
     const auto& child = *children[i];
     if (child.name == name) return root->ChildAt(i);
-    if (child.definition->partNumber != name) continue;
-    auto found = root->ChildAt(i);
-    if (found->Form() == ComponentForm::kDesign) return found;
+    if (child.definition->partNumber == name && IsLoaded(*root->ChildAt(i))) return root->ChildAt(i);
   }
-  if (TheDefinition().partNumber == name) return root;
+  if (TheDefinition().partNumber == name && IsLoaded(*root)) return root;
   throw Failure(failure::kInvalidCall, "The document \"" + FileName() + "\" has no item \"" + name + "\"");
 }
 
@@ -76,9 +79,6 @@ class AssemblyDocument final : public DocumentOf<zorva::ProductDocument> {
     TheLife().gate->Pass("ProductDocument.Product");
     RequireAlive();
     return Ref<zorva::Product>(Root());
-  }
-  Ref<zorva::ProductDocument> AsProductDocument() override {
-    return Ref<zorva::ProductDocument>(std::static_pointer_cast<AssemblyDocument>(shared_from_this()));
   }
 };
 
@@ -103,10 +103,12 @@ std::shared_ptr<DocumentObject> DocumentObject::Make(Definition& definition, std
   return made;
 }
 
-std::shared_ptr<DocumentObject> DocumentObject::Of(const Ref<zorva::Document>& document) {
+std::shared_ptr<DocumentObject> DocumentObject::Of(const Ref<zorva::Document>& document, const Session& session) {
   if (!document) throw Failure(failure::kObjectNotSet, "A document is needed, nothing was given");
   auto object = std::dynamic_pointer_cast<DocumentObject>(document.Shared());
-  if (!object) throw Failure(failure::kTypeMismatch, "Type mismatch: the document belongs to another host");
+  if (!object || !object->life_->IsOf(session)) {
+    throw Failure(failure::kTypeMismatch, "Type mismatch: the document belongs to another host");
+  }
   object->life_->RequireOpen();
   return object;
 }

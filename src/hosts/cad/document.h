@@ -22,8 +22,8 @@ class DocumentObject {
   DocumentObject& operator=(const DocumentObject&) = delete;
 
   virtual Ref<zorva::Document> AsContract() = 0;
-  /// The host's own object behind `document`; fails for nothing, a foreign and a closed one.
-  static std::shared_ptr<DocumentObject> Of(const Ref<zorva::Document>& document);
+  /// The object of `session` behind `document`; fails for nothing, a foreign and a closed one.
+  static std::shared_ptr<DocumentObject> Of(const Ref<zorva::Document>& document, const Session& session);
 
   Definition& TheDefinition() const noexcept { return *definition_; }
   const std::shared_ptr<Occurrence>& Root();

@@ -28,12 +28,6 @@ FileKind KindOf(const std::string& path) {
   return *kind;
 }
 
-void WriteBeside(FileContents& files, const std::string& path, const std::string& bytes) {
-  const auto beside = path + ".new";
-  files.Write(beside, bytes);
-  files.Rename(beside, path);
-}
-
 }  // namespace cad
 
 std::string PartNumberOfFile(const std::string& path, FileContents& files) {

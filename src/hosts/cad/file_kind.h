@@ -3,8 +3,6 @@
 #include <optional>
 #include <string>
 
-#include "access/contracts/file_system.h"
-
 namespace quintara::cad {
 
 enum class FileKind { kProduct, kStep, kLight };
@@ -20,8 +18,5 @@ std::string LightPartNumber(const std::string& bytes, const std::string& path);
 
 /// Failure 321, naming the file and what is wrong with it.
 [[noreturn]] void ThrowUnreadable(const std::string& path, const std::string& why);
-
-/// Writes beside the old file first and then puts the new one in its place.
-void WriteBeside(FileContents& files, const std::string& path, const std::string& bytes);
 
 }  // namespace quintara::cad

@@ -1,5 +1,6 @@
 #include "hosts/cad/file_loader.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <utility>
 
@@ -27,7 +28,6 @@ std::vector<std::shared_ptr<Definition>> FileLoader::Load(const std::vector<std:
     PlaceComponents(i);
   }
   RefuseCycles();
-  Ask();
   MakeDefinitions();
   std::vector<std::shared_ptr<Definition>> loaded;
   for (const auto index : wanted) loaded.push_back(files_[index].definition);
@@ -35,7 +35,7 @@ std::vector<std::shared_ptr<Definition>> FileLoader::Load(const std::vector<std:
 }
 
 std::size_t FileLoader::Place(const std::string& path) {
-  const auto [place, isNew] = places_.try_emplace(path, files_.size());
+  const auto [place, isNew] = places_.try_emplace(KeyOf(path), files_.size());
   if (isNew) files_.emplace_back().path = path;
   return place->second;
 }
@@ -100,7 +100,7 @@ void FileLoader::Ask() {
     for (std::size_t i = 0; i < file.components.size(); ++i) {
       const auto& component = files_[file.components[i]];
       const auto label = "Component " + std::to_string(i + 1);
-      if (file.product.components[i].name.empty()) file.warnings.push_back(label + " has no name and gets one");
+      if (file.isUnnamed[i]) file.warnings.push_back(label + " has no name and gets one");
       if (component.isMissing) file.warnings.push_back(label + " isn't loaded: \"" + component.path + "\" is missing");
     }
     if (!file.warnings.empty()) session_.AskAbout(file.path, file.warnings);
@@ -119,7 +119,15 @@ void FileLoader::MakeDefinitions() {
     file.definition->properties = std::move(file.product.properties);
   }
   for (const auto index : fresh_) Link(files_[index]);
-  for (const auto index : fresh_) session_.Enter(files_[index].definition);
+}
+
+void FileLoader::Enter() {
+  for (const auto index : fresh_) {
+    const auto& file = files_[index];
+    session_.Enter(file.definition);
+    const auto isMissing = [&](std::size_t component) { return files_[component].isMissing; };
+    if (std::ranges::any_of(file.components, isMissing)) session_.NoteIncomplete(file.definition);
+  }
 }
 
 void FileLoader::Link(File& file) {
@@ -127,6 +135,7 @@ void FileLoader::Link(File& file) {
   std::vector<Instance*> unnamed;
   for (std::size_t i = 0; i < file.components.size(); ++i) {
     auto& component = file.product.components[i];
+    file.isUnnamed.push_back(component.name.empty());
     auto instance = std::make_unique<Instance>();
     instance->name = std::move(component.name);
     instance->definition = files_[file.components[i]].definition;
@@ -136,8 +145,15 @@ void FileLoader::Link(File& file) {
     if (child.name.empty()) unnamed.push_back(&child);
   }
   for (auto* const child : unnamed) definition.Rename(*child, definition.FreeName(child->definition->BaseName()));
-  for (const auto& reference : file.product.references) {
-    files_[places_.at(PathFrom(file.path, reference.file))].definition->properties.AddMissing(reference.properties);
+}
+
+void FileLoader::MergeProperties() {
+  for (const auto index : fresh_) {
+    const auto& file = files_[index];
+    for (const auto& reference : file.product.references) {
+      const auto place = places_.at(KeyOf(PathFrom(file.path, reference.file)));
+      files_[place].definition->properties.AddMissing(reference.properties);
+    }
   }
 }
 

@@ -66,21 +66,6 @@ void Occurrence::Kill() {
   }
 }
 
-void Occurrence::Adopt(const std::shared_ptr<Definition>& definition) {
-  definition->properties.AddMissing(definition_->properties);
-  auto* const missing = definition_;
-  const auto before = std::exchange(instance_->definition, definition);
-  for (auto* each = missing->firstOccurrence_; each != nullptr;) {
-    auto* const next = each->next_;
-    if (each->instance_ == instance_) {
-      each->LeaveList();
-      each->JoinList(*definition);
-      each->form_ = ComponentForm::kUnloaded;
-    }
-    each = next;
-  }
-}
-
 void Occurrence::RequireAlive() const {
   life_->RequireOpen();
   if (dead_) throw Failure(failure::kInvalidCall, "A component of \"" + life_->name + "\" was removed or replaced");
@@ -199,19 +184,17 @@ void Occurrence::SetWorkMode(int mode) {
   form_ = mode == kBack ? ComponentForm::kWithoutDesign : ComponentForm::kDesign;
 }
 
-Ref<zorva::Product> Occurrence::AsProduct() {
-  return Ref<zorva::Product>(shared_from_this());
-}
-
 Ref<AnyObject> Occurrence::Owner() {
   if (IsRoot()) return Ref<AnyObject>(life_->document.lock());
   return Ref<AnyObject>(parent_->shared_from_this());
 }
 
-std::shared_ptr<Occurrence> OccurrenceOf(const Ref<zorva::Product>& product) {
+std::shared_ptr<Occurrence> OccurrenceOf(const Ref<zorva::Product>& product, const Session& session) {
   if (!product) throw Failure(failure::kObjectNotSet, "A product is needed, nothing was given");
   auto occurrence = std::dynamic_pointer_cast<Occurrence>(product.Shared());
-  if (!occurrence) throw Failure(failure::kTypeMismatch, "Type mismatch: the product belongs to another host");
+  if (!occurrence || !occurrence->TheLife().IsOf(session)) {
+    throw Failure(failure::kTypeMismatch, "Type mismatch: the product belongs to another host");
+  }
   occurrence->RequireAlive();
   return occurrence;
 }

@@ -25,7 +25,6 @@ class ChildrenObject final : public SessionObject<"Products", zorva::Products> {
   Ref<zorva::Product> ReplaceWithFile(const Ref<zorva::Product>& component, const std::string& fullPath,
                                       bool allInstances) override;
   void AddComponentsFromFiles(const std::vector<std::string>& fullPaths, const std::string& typeFilter) override;
-  Ref<zorva::Products> AsProducts() override;
 
   /// The product whose children these are.
   std::shared_ptr<Occurrence> TheOwner() const;
@@ -34,6 +33,7 @@ class ChildrenObject final : public SessionObject<"Products", zorva::Products> {
   const Life& TheLife() const override;
   Ref<AnyObject> Owner() override;
   void RequireAlive() const override;
+  std::shared_ptr<AnyObject> Self() override;
 
  private:
   friend class Occurrence;
@@ -81,18 +81,16 @@ class Occurrence final : public SessionObject<"Product", zorva::Product>,
   Ref<zorva::Parameters> UserProperties() override;
   void ApplyUpdate() override;
   void SetWorkMode(int mode) override;
-  Ref<zorva::Product> AsProduct() override;
 
   // For the host itself; none of these passes the gate.
   void RequireAlive() const override;
   const Life& TheLife() const override { return *life_; }
   bool IsRoot() const noexcept { return instance_ == nullptr; }
+  bool IsChildOf(const Occurrence& other) const noexcept { return parent_ == &other; }
   Definition& TheDefinition() const noexcept { return *definition_; }
   Instance* TheInstance() const noexcept { return instance_; }
   ComponentForm Form() const noexcept;
   void SetForm(ComponentForm form) noexcept { form_ = form; }
-  /// Takes a file that has been found into the place of the missing one.
-  void Adopt(const std::shared_ptr<Definition>& definition);
   std::string Label() const;
   const std::string& NameText() const noexcept;
   PositionMatrix& Place() const noexcept;
@@ -103,6 +101,7 @@ class Occurrence final : public SessionObject<"Product", zorva::Product>,
 
  protected:
   Ref<AnyObject> Owner() override;
+  std::shared_ptr<AnyObject> Self() override { return shared_from_this(); }
 
  private:
   friend class Definition;
@@ -130,7 +129,7 @@ class Occurrence final : public SessionObject<"Product", zorva::Product>,
   PositionObject position_;
 };
 
-/// The host's own object behind `product`; fails for nothing and for a product of another host.
-std::shared_ptr<Occurrence> OccurrenceOf(const Ref<zorva::Product>& product);
+/// The object of `session` behind `product`; fails for nothing, a foreign and a removed one.
+std::shared_ptr<Occurrence> OccurrenceOf(const Ref<zorva::Product>& product, const Session& session);
 
 }  // namespace quintara::cad

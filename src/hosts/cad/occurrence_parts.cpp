@@ -58,13 +58,12 @@ Ref<zorva::Product> ChildrenObject::ReplaceWithFile(const Ref<zorva::Product>& c
   Pass<"ReplaceWithFile">([&] { return fullPath; });
   auto& parent = RequireChildren();
   if (allInstances) throw Failure(failure::kInvalidCall, "All instances at once can't be replaced");
-  const auto old = OccurrenceOf(component);
-  if (old->IsRoot() || old->TheInstance()->owner != &parent) {
+  const auto session = TheLife().TheSession();
+  const auto old = OccurrenceOf(component, *session);
+  if (!old->IsChildOf(owner_)) {
     throw Failure(failure::kInvalidCall, old->Label() + " is no direct child of " + owner_.Label());
   }
-  const auto session = TheLife().TheSession();
-  const auto loaded = session->Load({fullPath});
-  session->Admit(loaded, parent);
+  const auto loaded = session->LoadInto(parent, {fullPath});
   const auto index = parent.IndexOf(*old->TheInstance());
   parent.Replace(index, loaded.front());
   return Ref<zorva::Product>(owner_.ChildAt(index));
@@ -79,8 +78,7 @@ void ChildrenObject::AddComponentsFromFiles(const std::vector<std::string>& full
   auto& parent = RequireChildren();
   if (typeFilter != "All") throw Failure(failure::kInvalidCall, "There is no file filter \"" + typeFilter + "\"");
   const auto session = TheLife().TheSession();
-  const auto loaded = session->Load(fullPaths);
-  session->Admit(loaded, parent);
+  const auto loaded = session->LoadInto(parent, fullPaths);
   for (const auto& definition : loaded) {
     auto instance = std::make_unique<Instance>();
     instance->name = parent.FreeName(definition->BaseName());
@@ -89,8 +87,8 @@ void ChildrenObject::AddComponentsFromFiles(const std::vector<std::string>& full
   }
 }
 
-Ref<zorva::Products> ChildrenObject::AsProducts() {
-  return Ref<zorva::Products>(std::shared_ptr<zorva::Products>(TheOwner(), this));
+std::shared_ptr<AnyObject> ChildrenObject::Self() {
+  return {TheOwner(), this};
 }
 
 const Life& PositionObject::TheLife() const {

@@ -1,5 +1,9 @@
 #include <algorithm>
+#include <array>
+#include <bit>
+#include <cstdint>
 #include <string_view>
+#include <tuple>
 
 #include "base/numbers.h"
 #include "base/text.h"
@@ -51,6 +55,12 @@ void CloseOnNewLine(XmlNode element, const char* indent) {
   if (element.first_child()) element.append_child(pugi::node_pcdata).set_value(indent);
 }
 
+// By the bits: a negative zero has to come back as one.
+bool IsIdentity(const PositionMatrix& position) {
+  using Bits = std::array<std::uint64_t, std::tuple_size_v<PositionMatrix>>;
+  return std::bit_cast<Bits>(position) == std::bit_cast<Bits>(kIdentityPosition);
+}
+
 constexpr const char* kEnd = "\n";
 constexpr const char* kOuter = "\n  ";
 constexpr const char* kInner = "\n    ";
@@ -63,7 +73,7 @@ std::string ProductFileText(const ProductFile& product) {
   const auto whole = "\"" + product.partNumber + "\"";
   Put(root, "partNumber", product.partNumber, whole);
   if (product.name) Put(root, "name", *product.name, whole);
-  if (product.position != kIdentityPosition) PutPosition(root, product.position);
+  if (!IsIdentity(product.position)) PutPosition(root, product.position);
   PutProperties(root, product.properties, whole, kOuter);
   for (const auto& component : product.components) {
     auto element = AppendOnNewLine(root, "Component", kOuter);

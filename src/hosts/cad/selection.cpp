@@ -9,13 +9,12 @@ namespace quintara::cad {
 namespace {
 
 // The product whose children `object` stands for: itself, or the owner of the collection.
-std::shared_ptr<Occurrence> TargetOf(const Ref<AnyObject>& object) {
-  if (const auto product = object->AsProduct()) return OccurrenceOf(product);
-  const auto children = std::dynamic_pointer_cast<ChildrenObject>(object.Shared());
-  if (!children) throw Failure(failure::kTypeMismatch, "Type mismatch: the selected object belongs to another host");
-  auto owner = children->TheOwner();
-  owner->RequireAlive();
-  return owner;
+std::shared_ptr<Occurrence> TargetOf(const Ref<AnyObject>& object, const Session& session) {
+  if (!object) throw Failure(failure::kObjectNotSet, "A product or its children are needed, nothing was given");
+  auto product = std::dynamic_pointer_cast<zorva::Product>(object.Shared());
+  if (const auto children = std::dynamic_pointer_cast<ChildrenObject>(object.Shared())) product = children->TheOwner();
+  if (product) return OccurrenceOf(Ref<zorva::Product>(std::move(product)), session);
+  throw Failure(failure::kTypeMismatch, "Type mismatch: only products of this host and their children can be selected");
 }
 
 }  // namespace
@@ -36,10 +35,7 @@ Ref<zorva::SelectedElement> SelectionObject::Item(int index) {
 
 void SelectionObject::Add(const Ref<AnyObject>& object) {
   Pass<"Add">();
-  if (!object->AsProduct() && !object->AsProducts()) {
-    throw Failure(failure::kTypeMismatch, "Type mismatch: only products and their children can be selected");
-  }
-  TargetOf(object);
+  TargetOf(object, *life_->TheSession());
   entries_.push_back(object);
 }
 
@@ -51,13 +47,14 @@ void SelectionObject::Clear() {
 void SelectionObject::Copy() {
   Pass<"Copy">();
   if (entries_.empty()) throw Failure(failure::kInvalidCall, "Nothing is selected that could be copied");
+  const auto session = life_->TheSession();
   std::vector<std::shared_ptr<Occurrence>> sources;
   for (const auto& entry : entries_) {
-    const auto product = entry->AsProduct();
+    const auto product = std::dynamic_pointer_cast<zorva::Product>(entry.Shared());
     if (!product) throw Failure(failure::kInvalidCall, "Only products can be copied");
-    sources.push_back(OccurrenceOf(product));
+    sources.push_back(OccurrenceOf(Ref<zorva::Product>(product), *session));
   }
-  life_->TheSession()->Copy(sources);
+  session->Copy(sources);
 }
 
 void SelectionObject::Paste() {
@@ -66,7 +63,8 @@ void SelectionObject::Paste() {
     throw Failure(failure::kInvalidCall,
                   "One object must be selected to paste into, not " + std::to_string(entries_.size()));
   }
-  life_->TheSession()->Paste(*TargetOf(entries_.front()));
+  const auto session = life_->TheSession();
+  session->Paste(*TargetOf(entries_.front(), *session));
 }
 
 Ref<AnyObject> SelectedElementObject::Value() {

@@ -11,13 +11,19 @@
 
 namespace quintara::cad {
 
+namespace fs = std::filesystem;
+
+// Behind a link to a folder ".." is not the folder that the text tells.
 std::string NormalPath(const std::string& path) {
   std::error_code error;
-  auto absolute = std::filesystem::absolute(ToPath(path), error);
-  return FromPath((error ? ToPath(path) : absolute).lexically_normal());
+  auto absolute = fs::absolute(ToPath(path), error);
+  if (error) absolute = ToPath(path);
+  if (std::ranges::find(absolute, fs::path("..")) != absolute.end()) {
+    const auto real = fs::weakly_canonical(absolute, error);
+    if (!error) absolute = real;
+  }
+  return FromPath(absolute.lexically_normal());
 }
-
-namespace {
 
 // Windows knows a file under any capitals.
 std::string KeyOf(const std::string& path) {
@@ -28,9 +34,14 @@ std::string KeyOf(const std::string& path) {
 #endif
 }
 
-}  // namespace
+bool IsSameFile(const std::string& path, const std::string& other) {
+  if (path.empty() || other.empty()) return false;
+  std::error_code ignored;
+  return KeyOf(path) == KeyOf(other) || fs::equivalent(ToPath(path), ToPath(other), ignored);
+}
 
 Session::Session(CadHost::Surroundings surroundings) : surroundings_(std::move(surroundings)) {
+  if (!surroundings_.files) throw Failure(failure::kObjectNotSet, "The CAD host needs files to work on");
   if (!surroundings_.gate) surroundings_.gate = std::make_shared<Gate>();
 }
 
@@ -122,8 +133,76 @@ void Session::NoteSleep() {
   addDelay_ = delay;
 }
 
-std::vector<std::shared_ptr<Definition>> Session::Load(const std::vector<std::string>& paths) {
-  return FileLoader(*this).Load(paths);
+namespace {
+
+void RequireAssembly(const Definition& parent) {
+  if (parent.TheKind() == Definition::Kind::kAssembly) return;
+  throw Failure(failure::kInvalidCall, "\"" + parent.partNumber + "\" is a part, it can't hold components");
+}
+
+bool HasMissing(const Definition& holder) {
+  return std::ranges::any_of(
+      holder.Children(), [](const auto* child) { return child->definition->TheKind() == Definition::Kind::kMissing; });
+}
+
+}  // namespace
+
+Session::Definitions Session::Load(const std::vector<std::string>& paths) {
+  return Load(paths, nullptr);
+}
+
+Session::Definitions Session::LoadInto(const Definition& parent, const std::vector<std::string>& paths) {
+  RequireAssembly(parent);
+  return Load(paths, &parent);
+}
+
+Session::Definitions Session::Load(const std::vector<std::string>& paths, const Definition* parent) {
+  FileLoader loader(*this);
+  auto loaded = loader.Load(paths);
+  if (loader.HasNew()) ++links_;
+  if (parent != nullptr) {
+    for (const auto& definition : loaded) RequireNoCycle(*definition, *parent);
+  }
+  loader.Ask();
+  loader.Enter();
+  const auto arrivals = ArrivalsBelow(loaded);
+  loader.MergeProperties();
+  for (const auto& [child, found] : arrivals) {
+    const bool goesRound = found->Holds(*child->owner) || (parent != nullptr && found->Holds(*parent));
+    if (!goesRound) Definition::Adopt(*child, found);
+  }
+  if (!arrivals.empty()) ++links_;
+  return loaded;
+}
+
+std::vector<Session::Arrival> Session::ArrivalsBelow(const Definitions& loaded) {
+  std::erase_if(incomplete_, [](const auto& each) {
+    const auto holder = each.lock();
+    return !holder || !HasMissing(*holder);
+  });
+  std::vector<Arrival> arrivals;
+  const auto holders = incomplete_;
+  for (const auto& each : holders) {
+    const auto holder = each.lock();
+    if (!std::ranges::any_of(loaded, [&](const auto& one) { return one->Holds(*holder); })) continue;
+    for (auto* const child : holder->Children()) {
+      if (child->definition->TheKind() != Definition::Kind::kMissing) continue;
+      if (auto found = LoadIfPresent(child->definition->path)) arrivals.emplace_back(child, std::move(found));
+    }
+  }
+  return arrivals;
+}
+
+std::shared_ptr<Definition> Session::LoadIfPresent(const std::string& path) {
+  std::error_code ignored;
+  if (!fs::exists(ToPath(path), ignored)) return nullptr;
+  FileLoader loader(*this);
+  auto found = loader.Load({path}).front();
+  if (loader.HasNew()) ++links_;
+  loader.Ask();
+  loader.Enter();
+  loader.MergeProperties();
+  return found;
 }
 
 std::shared_ptr<Definition> Session::Find(const std::string& path, const ContentDigest& content) {
@@ -132,14 +211,24 @@ std::shared_ptr<Definition> Session::Find(const std::string& path, const Content
   std::erase_if(known->second, [](const auto& each) { return each.expired(); });
   for (const auto& each : known->second) {
     auto definition = each.lock();
-    if (definition && definition->content == content) return definition;
+    if (!definition || definition->content != content) continue;
+    definition->found = ++contentsSeen_;
+    return definition;
   }
   return nullptr;
 }
 
 void Session::Enter(const std::shared_ptr<Definition>& definition) {
   references_[KeyOf(definition->path)].push_back(definition);
+  definition->found = ++contentsSeen_;
   ++links_;
+}
+
+void Session::RequireFreePath(const std::string& path) const {
+  for (const auto& definition : open_) {
+    if (!IsSameFile(definition->path, path)) continue;
+    throw Failure(failure::kInvalidCall, "\"" + path + "\" is the file of another open document");
+  }
 }
 
 void Session::Move(Definition& definition, const std::string& path, const ContentDigest& content) {
@@ -150,13 +239,6 @@ void Session::Move(Definition& definition, const std::string& path, const Conten
   definition.path = path;
   definition.content = content;
   Enter(definition.shared_from_this());
-}
-
-void Session::Admit(const std::vector<std::shared_ptr<Definition>>& definitions, const Definition& parent) {
-  if (parent.TheKind() != Definition::Kind::kAssembly) {
-    throw Failure(failure::kInvalidCall, "\"" + parent.partNumber + "\" is a part, it can't hold components");
-  }
-  for (const auto& definition : definitions) RequireNoCycle(*definition, parent);
 }
 
 // Pasting one component many times asks the same again and again. A link below `parent` that was
@@ -180,9 +262,8 @@ void Session::AskAbout(const std::string& path, const std::vector<std::string>& 
 void Session::SetForm(Occurrence& component, ComponentForm form) {
   auto& definition = component.TheDefinition();
   if (form != ComponentForm::kUnloaded && definition.TheKind() == Definition::Kind::kMissing) {
-    const auto loaded = Load({definition.path});
-    Admit(loaded, *component.TheInstance()->owner);
-    component.Adopt(loaded.front());
+    auto& child = *component.TheInstance();
+    Definition::Adopt(child, LoadInto(*child.owner, {definition.path}).front());
   }
   component.SetForm(form);
 }
@@ -203,9 +284,7 @@ void Session::Paste(Occurrence& target) {
   target.RequireLoaded();
   if (clipboard_.empty()) throw Failure(failure::kInvalidCall, "The clipboard is empty");
   auto& parent = target.TheDefinition();
-  if (parent.TheKind() != Definition::Kind::kAssembly) {
-    throw Failure(failure::kInvalidCall, "\"" + parent.partNumber + "\" is a part, it can't hold components");
-  }
+  RequireAssembly(parent);
   for (const auto& clip : clipboard_) RequireNoCycle(*clip.source.definition, parent);
   for (const auto& clip : clipboard_) {
     auto instance = std::make_unique<Instance>(clip.source);

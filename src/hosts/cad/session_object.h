@@ -1,44 +1,17 @@
 #pragma once
 
-#include <array>
 #include <concepts>
-#include <cstddef>
 #include <memory>
 #include <string>
-#include <string_view>
 #include <utility>
 
 #include "access/contracts/zorva.h"
 #include "hosts/gate/gate.h"
+#include "hosts/gate/operation_name.h"
 
 namespace quintara::cad {
 
 class Session;
-
-/// A text as an argument of a template.
-template <std::size_t Size>
-struct Literal {
-  char text[Size];
-  consteval Literal(const char (&characters)[Size]) {
-    for (std::size_t i = 0; i < Size; ++i) text[i] = characters[i];
-  }
-};
-
-template <Literal Kind, Literal Operation>
-inline constexpr auto kOperationText = [] {
-  constexpr std::size_t kKind = sizeof Kind.text - 1;
-  constexpr std::size_t kOperation = sizeof Operation.text - 1;
-  std::array<char, kKind + 1 + kOperation> text{};
-  for (std::size_t i = 0; i < kKind; ++i) text[i] = Kind.text[i];
-  text[kKind] = '.';
-  for (std::size_t i = 0; i < kOperation; ++i) text[kKind + 1 + i] = Operation.text[i];
-  return text;
-}();
-
-/// "Product.PartNumber" of the literals "Product" and "PartNumber".
-template <Literal Kind, Literal Operation>
-inline constexpr std::string_view kOperationName{kOperationText<Kind, Operation>.data(),
-                                                 kOperationText<Kind, Operation>.size()};
 
 /// How long the objects of a document, or of the session itself, stand for anything.
 struct Life {
@@ -49,6 +22,7 @@ struct Life {
   bool open = true;
 
   bool IsOpen() const noexcept { return open && !session.expired(); }
+  bool IsOf(const Session& other) const { return session.lock().get() == &other; }
   void RequireOpen() const {
     if (!IsOpen()) [[unlikely]]
       ThrowClosed();
@@ -62,8 +36,9 @@ struct Life {
 Ref<zorva::Application> ApplicationOf(const Life& life);
 
 /// The base of the host's objects: each operation first passes the gate, then requires that the
-/// object still stands for something.
-template <Literal Kind, class Contract>
+/// object still stands for something. A conversion only passes: an object stays of its kind. The
+/// host itself converts by casts, which don't.
+template <OperationLiteral Kind, class Contract>
 class SessionObject : public Contract {
  public:
   std::string Name() override {
@@ -79,20 +54,37 @@ class SessionObject : public Contract {
     return ApplicationOf(TheLife());
   }
 
+  Ref<zorva::Application> AsApplication() override { return Converted<"AsApplication", zorva::Application>(); }
+  Ref<zorva::Document> AsDocument() override { return Converted<"AsDocument", zorva::Document>(); }
+  Ref<zorva::ProductDocument> AsProductDocument() override {
+    return Converted<"AsProductDocument", zorva::ProductDocument>();
+  }
+  Ref<zorva::Product> AsProduct() override { return Converted<"AsProduct", zorva::Product>(); }
+  Ref<zorva::Products> AsProducts() override { return Converted<"AsProducts", zorva::Products>(); }
+
  protected:
   virtual const Life& TheLife() const = 0;
+  /// This object, with the ownership of what it belongs to.
+  virtual std::shared_ptr<AnyObject> Self() { return nullptr; }
   virtual Ref<AnyObject> Owner() = 0;
   virtual void RequireAlive() const { TheLife().RequireOpen(); }
 
-  template <Literal Operation>
+  template <OperationLiteral Operation>
   void Pass() const {
-    TheLife().gate->Pass(kOperationName<Kind, Operation>);
+    TheLife().gate->Pass(kGateName<Kind, Operation>);
     RequireAlive();
   }
-  template <Literal Operation, std::invocable Detail>
+  template <OperationLiteral Operation, std::invocable Detail>
   void Pass(Detail&& detail) const {
-    TheLife().gate->Pass(kOperationName<Kind, Operation>, std::forward<Detail>(detail));
+    TheLife().gate->Pass(kGateName<Kind, Operation>, std::forward<Detail>(detail));
     RequireAlive();
+  }
+
+ private:
+  template <OperationLiteral Conversion, class Wanted>
+  Ref<Wanted> Converted() {
+    TheLife().gate->Pass(kGateName<Kind, Conversion>);
+    return Ref<Wanted>(std::dynamic_pointer_cast<Wanted>(Self()));
   }
 };
 

@@ -1,34 +1,21 @@
-#include <charconv>
 #include <cstddef>
-#include <cstdint>
 #include <optional>
-#include <system_error>
 #include <unordered_map>
 #include <unordered_set>
 #include <vector>
 
+#include "base/step_tokens.h"
 #include "hosts/cad/file_kind.h"
 #include "hosts/cad/step_text.h"
-#include "hosts/cad/step_tokens.h"
 
 namespace quintara::cad {
 namespace {
 
-using Id = std::uint64_t;
-
 struct Product {
-  Id id;
+  StepId id;
   std::string_view identifier;
   std::string_view name;
 };
-
-std::optional<Id> Number(std::string_view digits) {
-  Id id = 0;
-  const auto end = digits.data() + digits.size();
-  const auto read = std::from_chars(digits.data(), end, id);
-  if (digits.empty() || read.ec != std::errc{} || read.ptr != end) return {};
-  return id;
-}
 
 /// What a STEP file tells of its products: which of them is held by another, and which has a shape.
 class Products {
@@ -39,39 +26,37 @@ class Products {
   const Product* Root() const;
 
  private:
-  using Links = std::unordered_map<Id, Id>;
+  using Links = std::unordered_map<StepId, StepId>;
   using Parameters = std::vector<StepParameter>;
 
-  static std::optional<Id> ReferenceAt(const Parameters& parameters, std::size_t index);
-  static void Link(Links& links, Id from, const std::optional<Id>& to) {
+  static std::optional<StepId> ReferenceAt(const Parameters& parameters, std::size_t index);
+  static void Link(Links& links, StepId from, const std::optional<StepId>& to) {
     if (to) links.try_emplace(from, *to);
   }
-  std::optional<Id> ProductOf(Id definition) const;
-  std::unordered_set<Id> ProductsOf(const std::vector<Id>& definitions) const;
+  std::optional<StepId> ProductOf(StepId definition) const;
+  std::unordered_set<StepId> ProductsOf(const std::vector<StepId>& definitions) const;
 
   std::vector<Product> products_;
-  Links formations_;         // of a definition
-  Links formationProducts_;  // of a formation
-  std::vector<Id> holders_;  // definitions
-  std::vector<Id> held_;
-  std::vector<Id> shaped_;
+  Links formations_;             // of a definition
+  Links formationProducts_;      // of a formation
+  std::vector<StepId> holders_;  // definitions
+  std::vector<StepId> held_;
+  std::vector<StepId> shaped_;
 };
 
-std::optional<Id> Products::ReferenceAt(const Parameters& parameters, std::size_t index) {
-  if (index >= parameters.size() || parameters[index].kind != StepParameter::Kind::kReference) return {};
-  return Number(parameters[index].text);
+std::optional<StepId> Products::ReferenceAt(const Parameters& parameters, std::size_t index) {
+  return index < parameters.size() ? parameters[index].reference : std::nullopt;
 }
 
 void Products::Note(const StepStatement& statement) {
   constexpr std::string_view kFormation = "PRODUCT_DEFINITION_FORMATION";
-  const auto id = Number(statement.id);
+  const auto& id = statement.id;
   const auto& keyword = statement.keyword;
   const bool isOfInterest = keyword.starts_with("PRODUCT") || keyword == "NEXT_ASSEMBLY_USAGE_OCCURRENCE";
   if (!id || !isOfInterest) return;
   const auto parameters = ParametersOf(statement);
   const auto textAt = [&](std::size_t index) {
-    const bool isText = index < parameters.size() && parameters[index].kind == StepParameter::Kind::kText;
-    return isText ? parameters[index].text : std::string_view();
+    return index < parameters.size() ? parameters[index].text.value_or(std::string_view()) : std::string_view();
   };
   if (keyword == "PRODUCT") {
     products_.push_back({*id, textAt(0), textAt(1)});
@@ -87,7 +72,7 @@ void Products::Note(const StepStatement& statement) {
   }
 }
 
-std::optional<Id> Products::ProductOf(Id definition) const {
+std::optional<StepId> Products::ProductOf(StepId definition) const {
   const auto formation = formations_.find(definition);
   if (formation == formations_.end()) return {};
   const auto product = formationProducts_.find(formation->second);
@@ -95,8 +80,8 @@ std::optional<Id> Products::ProductOf(Id definition) const {
   return product->second;
 }
 
-std::unordered_set<Id> Products::ProductsOf(const std::vector<Id>& definitions) const {
-  std::unordered_set<Id> products;
+std::unordered_set<StepId> Products::ProductsOf(const std::vector<StepId>& definitions) const {
+  std::unordered_set<StepId> products;
   for (const auto definition : definitions) {
     if (const auto product = ProductOf(definition)) products.insert(*product);
   }
@@ -127,15 +112,13 @@ bool IsBlank(const std::string& text) {
 }  // namespace
 
 std::string StepPartNumber(const std::string& bytes, const std::string& path) {
-  constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
-  StepStatements statements(
-      std::string_view(bytes).substr(bytes.starts_with(kByteOrderMark) ? kByteOrderMark.size() : 0));
+  StepStatements statements(WithoutByteOrderMark(bytes));
   StepStatement statement;
-  if (!statements.Next(statement) || statement.keyword != "ISO-10303-21") ThrowUnreadable(path, "it is no STEP file");
+  if (!statements.Next(statement) || statement.keyword != kStepBegin) ThrowUnreadable(path, "it is no STEP file");
   Products products;
   bool isComplete = false;
   while (!isComplete && statements.Next(statement)) {
-    isComplete = statement.keyword == "END-ISO-10303-21";
+    isComplete = statement.keyword == kStepEnd;
     products.Note(statement);
   }
   if (!isComplete) ThrowUnreadable(path, "it ends too early");

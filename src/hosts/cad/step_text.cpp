@@ -9,19 +9,12 @@
 namespace quintara::cad {
 namespace {
 
-constexpr std::uint32_t kReplacement = 0xFFFD;
+constexpr std::int32_t kReplacement = 0xFFFD;
 
-void AppendUtf8(std::string& text, std::uint32_t c) {
-  const bool isSurrogate = c >= 0xD800 && c <= 0xDFFF;
-  if (c == 0 || isSurrogate || c > 0x10FFFF) c = kReplacement;
-  if (c < 0x80) {
-    text += static_cast<char>(c);
-    return;
-  }
-  const int more = c < 0x800 ? 1 : c < 0x10000 ? 2 : 3;
-  constexpr unsigned char kLead[] = {0, 0xC0, 0xE0, 0xF0};
-  text += static_cast<char>(kLead[more] | (c >> (6 * more)));
-  for (int i = more - 1; i >= 0; --i) text += static_cast<char>(0x80 | ((c >> (6 * i)) & 0x3F));
+void AppendCode(std::string& text, std::uint32_t code) {
+  const bool isSurrogate = code >= 0xD800 && code <= 0xDFFF;
+  const bool isCharacter = code != 0 && !isSurrogate && code <= 0x10FFFF;
+  AppendCharacter(text, isCharacter ? static_cast<std::int32_t>(code) : kReplacement);
 }
 
 std::optional<std::uint32_t> Hexadecimal(std::string_view digits, std::size_t count) {
@@ -66,7 +59,7 @@ class Decoder {
   // and no exporter seen switches it.
   bool TakeShifted() {
     if (!rest_.starts_with("\\S\\") || rest_.size() < 4 || static_cast<unsigned char>(rest_[3]) >= 0x80) return false;
-    AppendUtf8(text_, static_cast<unsigned char>(rest_[3]) + 0x80U);
+    AppendCode(text_, static_cast<unsigned char>(rest_[3]) + 0x80U);
     rest_.remove_prefix(4);
     return true;
   }
@@ -75,7 +68,7 @@ class Decoder {
     if (!rest_.starts_with("\\X\\")) return false;
     const auto character = Hexadecimal(rest_.substr(3), 2);
     if (!character) return false;
-    AppendUtf8(text_, *character);
+    AppendCode(text_, *character);
     rest_.remove_prefix(5);
     return true;
   }
@@ -104,7 +97,7 @@ class Decoder {
         unit = 0x10000 + ((*unit - 0xD800) << 10U) + (*low - 0xDC00);
         digits.remove_prefix(width);
       }
-      AppendUtf8(decoded, *unit);
+      AppendCode(decoded, *unit);
     }
     text_ += decoded;
     rest_.remove_prefix(end + kClosing.size());

@@ -2,6 +2,14 @@
 
 namespace quintara {
 
+namespace {
+
+void RequireFromOne(int n) {
+  if (n < 1) throw Failure(failure::kInvalidCall, "Calls are counted from 1, not " + std::to_string(n));
+}
+
+}  // namespace
+
 void Gate::StartRecording() {
   record_.clear();
   recording_ = true;
@@ -13,11 +21,13 @@ void Gate::StopRecording() {
 }
 
 void Gate::FailCall(int n, Failure failure) {
+  RequireFromOne(n);
   faults_.push_back({{}, n, true, std::move(failure)});
   Arm();
 }
 
 void Gate::FailOperation(std::string operation, int n, Failure failure) {
+  RequireFromOne(n);
   faults_.push_back({std::move(operation), n, false, std::move(failure)});
   Arm();
 }

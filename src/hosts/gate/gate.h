@@ -21,19 +21,23 @@ class Gate {
   /// that was asked for, if this is the call to fail.
   template <std::invocable Detail>
   void Pass(std::string_view operation, Detail&& detail) {
-    if (armed_) [[unlikely]] PassArmed(operation, recording_ ? std::string(std::forward<Detail>(detail)()) : std::string());
+    if (armed_) [[unlikely]]
+      PassArmed(operation, recording_ ? std::string(std::forward<Detail>(detail)()) : std::string());
   }
   void Pass(std::string_view operation) {
-    if (armed_) [[unlikely]] PassArmed(operation, {});
+    if (armed_) [[unlikely]]
+      PassArmed(operation, {});
   }
 
   /// Starts an empty record.
   void StartRecording();
+  /// Calls are counted and made to fail as before.
   void StopRecording();
   /// The calls passed while recording, as "Product.PartNumber" or "Documents.Read(x.stp)".
   const std::vector<std::string>& Record() const noexcept { return record_; }
 
-  /// Counts calls from now on and makes the n-th of them (from 1) fail, once.
+  /// Counts calls from now on and makes the n-th of them fail, once. Throws
+  /// for an n below 1, as `FailOperation` does.
   void FailCall(int n, Failure failure = Failure(failure::kDeviceError, "Injected failure"));
   /// Makes each call of `operation` fail from its n-th on (from 1), until `Reset`.
   void FailOperation(std::string operation, int n = 1,

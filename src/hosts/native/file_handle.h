@@ -11,7 +11,8 @@ namespace quintara::native {
 /// An open file; closed when it goes. `Error` tells what the last call that gave False met with.
 class FileHandle {
  public:
-  enum class Use { kRead, kReplace, kAppend };
+  /// `kMake` fails when there is a file of that name.
+  enum class Use { kRead, kReplace, kAppend, kMake };
 
   FileHandle(const std::filesystem::path& path, Use use);
   ~FileHandle();

@@ -16,9 +16,11 @@ constexpr mode_t kAllMayReadAndWrite = 0666;
 
 int FlagsOf(FileHandle::Use use) {
   switch (use) {
-    case FileHandle::Use::kRead: return O_RDONLY | O_CLOEXEC;
+    // A pipe would keep the opening waiting; on a file the flag does nothing.
+    case FileHandle::Use::kRead: return O_RDONLY | O_NONBLOCK | O_CLOEXEC;
     case FileHandle::Use::kReplace: return O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC;
     case FileHandle::Use::kAppend: return O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC;
+    case FileHandle::Use::kMake: return O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC;
   }
   return O_RDONLY;
 }

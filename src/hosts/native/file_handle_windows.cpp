@@ -21,6 +21,7 @@ int FlagsOf(FileHandle::Use use) {
     case FileHandle::Use::kRead: return _O_RDONLY | _O_BINARY | _O_NOINHERIT;
     case FileHandle::Use::kReplace: return _O_WRONLY | _O_CREAT | _O_TRUNC | _O_BINARY | _O_NOINHERIT;
     case FileHandle::Use::kAppend: return _O_WRONLY | _O_CREAT | _O_APPEND | _O_BINARY | _O_NOINHERIT;
+    case FileHandle::Use::kMake: return _O_WRONLY | _O_CREAT | _O_EXCL | _O_BINARY | _O_NOINHERIT;
   }
   return _O_RDONLY | _O_BINARY;
 }

@@ -1,6 +1,7 @@
 #include "hosts/native/native_files.h"
 
 #include <filesystem>
+#include <optional>
 #include <system_error>
 #include <utility>
 
@@ -26,13 +27,81 @@ void RequireFile(const std::string& path) {
   if (!IsFile(path)) throw Failure(failure::kFileNotFound, "File not found: \"" + path + "\"");
 }
 
+bool IsReadOnly(const fs::file_status& status) {
+  return (status.permissions() & kMayWrite) == fs::perms::none;
+}
+
+[[noreturn]] void ThrowReadOnly(const std::string& path) {
+  throw Failure(failure::kPermissionDenied, "Permission denied: \"" + path + "\" is read-only");
+}
+
+[[noreturn]] void ThrowNoFile(const std::string& path) {
+  throw Failure(failure::kPathAccess, "Path/File access error: \"" + path + "\" is no file");
+}
+
 void LiftWriteProtection(const std::string& path, bool force) {
   std::error_code error;
-  const auto permissions = fs::status(ToPath(path), error).permissions();
-  if (error || (permissions & kMayWrite) != fs::perms::none) return;
-  if (!force) throw Failure(failure::kPermissionDenied, "Permission denied: \"" + path + "\" is read-only");
+  const auto status = fs::status(ToPath(path), error);
+  if (error || !IsReadOnly(status)) return;
+  if (!force) ThrowReadOnly(path);
   fs::permissions(ToPath(path), fs::perms::owner_write, fs::perm_options::add, error);
 }
+
+void WriteTo(native::FileHandle& file, const fs::path& path, const std::string& bytes) {
+  const bool ours = file.IsRegular();
+  if (file.WriteAll(bytes) && file.Sync() && file.Close()) return;
+  const auto error = file.Error();
+  file.Close();
+  std::error_code ignored;
+  if (ours) fs::remove(path, ignored);
+  native::ThrowFileFailure(error, FromPath(path));
+}
+
+// A link that leads nowhere stands for itself.
+fs::path BehindLinks(const fs::path& path) {
+  std::error_code error;
+  if (!fs::is_symlink(fs::symlink_status(path, error))) return path;
+  auto target = fs::canonical(path, error);
+  return error ? path : target;
+}
+
+// What a new file has in common with the one it replaces.
+std::optional<fs::perms> PermissionsOf(const fs::path& target, const std::string& path) {
+  std::error_code error;
+  const auto status = fs::status(target, error);
+  if (!fs::exists(status)) return {};
+  if (!fs::is_regular_file(status)) ThrowNoFile(path);
+  if (IsReadOnly(status)) ThrowReadOnly(path);
+  return status.permissions();
+}
+
+/// A file beside another one, under a name that was free; removed unless it has been renamed.
+class FileBeside {
+ public:
+  FileBeside(const fs::path& target, const std::string& bytes) {
+    for (int number = 1;; ++number) {
+      path_ = target;
+      path_ += number == 1 ? ".new" : ".new" + std::to_string(number);
+      native::FileHandle file(path_, native::FileHandle::Use::kMake);
+      if (!file.IsOpen() && file.Error() == std::errc::file_exists) continue;
+      if (!file.IsOpen()) native::ThrowFileFailure(file.Error(), FromPath(path_));
+      WriteTo(file, path_, bytes);
+      return;
+    }
+  }
+  ~FileBeside() {
+    std::error_code ignored;
+    if (!path_.empty()) fs::remove(path_, ignored);
+  }
+  FileBeside(const FileBeside&) = delete;
+  FileBeside& operator=(const FileBeside&) = delete;
+
+  const fs::path& Path() const noexcept { return path_; }
+  void Keep() noexcept { path_.clear(); }
+
+ private:
+  fs::path path_;
+};
 
 }  // namespace
 
@@ -83,7 +152,9 @@ std::string NativeContents::Read(const std::string& path) {
   gate_->Pass("Files.Read", [&] { return path; });
   native::FileHandle file(ToPath(path), native::FileHandle::Use::kRead);
   std::string bytes;
-  if (!file.IsOpen() || !file.ReadAll(bytes)) native::ThrowFileFailure(file.Error(), path);
+  if (!file.IsOpen()) native::ThrowFileFailure(file.Error(), path);
+  if (!file.IsRegular()) ThrowNoFile(path);
+  if (!file.ReadAll(bytes)) native::ThrowFileFailure(file.Error(), path);
   return bytes;
 }
 
@@ -91,13 +162,18 @@ void NativeContents::Write(const std::string& path, const std::string& bytes) {
   gate_->Pass("Files.Write", [&] { return path; });
   native::FileHandle file(ToPath(path), native::FileHandle::Use::kReplace);
   if (!file.IsOpen()) native::ThrowFileFailure(file.Error(), path);
-  const bool ours = file.IsRegular();
-  if (file.WriteAll(bytes) && file.Sync() && file.Close()) return;
-  const auto error = file.Error();
-  file.Close();
+  WriteTo(file, ToPath(path), bytes);
+}
+
+void NativeContents::WriteWhole(const std::string& path, const std::string& bytes) {
+  gate_->Pass("Files.Write", [&] { return path + ".new"; });
+  const auto target = BehindLinks(ToPath(path));
+  const auto permissions = PermissionsOf(target, path);
+  FileBeside beside(target, bytes);
   std::error_code ignored;
-  if (ours) fs::remove(ToPath(path), ignored);
-  native::ThrowFileFailure(error, path);
+  if (permissions) fs::permissions(beside.Path(), *permissions, ignored);
+  Rename(FromPath(beside.Path()), FromPath(target));
+  beside.Keep();
 }
 
 void NativeContents::Rename(const std::string& from, const std::string& to) {

@@ -32,6 +32,8 @@ class NativeContents : public FileContents {
 
   std::string Read(const std::string& path) override;
   void Write(const std::string& path, const std::string& bytes) override;
+  /// Passes as the writing of the file beside and its renaming.
+  void WriteWhole(const std::string& path, const std::string& bytes) override;
   void Rename(const std::string& from, const std::string& to) override;
 
  private:

@@ -27,6 +27,13 @@ void CallAll(const std::vector<std::function<void()>>& listeners) {
   }
 }
 
+// What nobody has agreed to isn't done.
+int AnswerOfNobody(int style) {
+  constexpr int kButtons = 15;
+  if ((style & kButtons) == box::kYesNo) return answer::kNo;
+  return (style & kButtons) == box::kOkCancel ? answer::kCancel : answer::kOk;
+}
+
 std::string LogLine(const std::string& text, int type) {
   std::string line = (type == kErrorEvent ? "ERROR " : "INFORMATION ") + text;
   std::ranges::replace(line, '\r', ' ');
@@ -84,7 +91,7 @@ FileContents& NativePlatform::Contents() {
 }
 
 int NativePlatform::ShowBox(const std::string& text, int style, const std::string& title) {
-  return showBox_ ? showBox_(text, style, title) : answer::kOk;
+  return showBox_ ? showBox_(text, style, title) : AnswerOfNobody(style);
 }
 
 std::string NativePlatform::Environment(const std::string& name) {

@@ -12,10 +12,14 @@
 namespace quintara {
 
 /// The platform without the closed systems: a table of running objects in this process, the files
-/// of this machine, and boxes that whoever made the platform answers.
+/// of this machine, and boxes that whoever made the platform answers. `Attach`, `Create` and
+/// `LogEvent` pass the gate, as all operations on files do. The rest passes none: boxes go to their
+/// handler and sleeps to their listeners, which can record them and fail themselves, and reading the
+/// environment or handing out the file objects can't fail.
 class NativePlatform : public Platform {
  public:
-  /// Answers a box with a button code.
+  /// Answers a box with a button code. Without a handler a box is answered with No or Cancel where
+  /// it has such a button, else with OK.
   using BoxHandler = std::function<int(const std::string& text, int style, const std::string& title)>;
   using Maker = std::function<Ref<AnyObject>()>;
 

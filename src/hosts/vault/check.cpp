@@ -43,7 +43,8 @@ class Inspection {
     try {
       core_.Store().Read(content);
     } catch (const Failure& failure) {
-      Find(failure.Number() == failure::kInvalidFormat ? Kind::kDamagedFile : Kind::kMissingFile, what + ": " + failure.Description());
+      Find(failure.Number() == failure::kInvalidFormat ? Kind::kDamagedFile : Kind::kMissingFile,
+           what + ": " + failure.Description());
     }
   }
 
@@ -57,7 +58,8 @@ class Inspection {
   }
 
   void CheckStrays() {
-    for (const auto& path : core_.Store().Strangers()) Find(Kind::kStrayFile, "\"" + path + "\" doesn't belong to the store");
+    for (const auto& path : core_.Store().Strangers())
+      Find(Kind::kStrayFile, "\"" + path + "\" doesn't belong to the store");
     for (const auto& digest : core_.Store().Holdings()) {
       if (!referred_.contains(digest)) Find(Kind::kStrayFile, "No object has the stored file " + digest);
     }
@@ -67,16 +69,18 @@ class Inspection {
     const bool versioned = info.IsVersioned();
     const std::string deposit = versioned ? "t.\"TDM_FILE_ID\", t.\"DIRECTORY\"" : "NULL, NULL";
     const auto rows = data_.Query("iiiiiit",
-                                  "SELECT o.object_id, t.\"OBJECT_ID\", t.\"STATE\", o.owner_id, o.deposit_id, " + deposit +
-                                      " FROM vd_object o LEFT JOIN " + Quoted(info.table) +
+                                  "SELECT o.object_id, t.\"OBJECT_ID\", t.\"STATE\", o.owner_id, o.deposit_id, " +
+                                      deposit + " FROM vd_object o LEFT JOIN " + Quoted(info.table) +
                                       " t ON t.\"OBJECT_ID\" = o.object_id WHERE o.class_id = ? ORDER BY o.object_id",
                                   {std::int64_t{info.id}});
     for (const auto& row : rows) CheckObject(info, row);
-    const auto extra = data_.Query("i", "SELECT t.\"OBJECT_ID\" FROM " + Quoted(info.table) +
-                                            " t LEFT JOIN vd_object o ON o.object_id = t.\"OBJECT_ID\" AND o.class_id = ? "
-                                            "WHERE o.object_id IS NULL",
+    const auto extra = data_.Query("i",
+                                   "SELECT t.\"OBJECT_ID\" FROM " + Quoted(info.table) +
+                                       " t LEFT JOIN vd_object o ON o.object_id = t.\"OBJECT_ID\" AND o.class_id = ? "
+                                       "WHERE o.object_id IS NULL",
                                    {std::int64_t{info.id}});
-    for (const auto& row : extra) Find(Kind::kObject, Name(info, row[0]) + " has attributes, but isn't an object of the vault");
+    for (const auto& row : extra)
+      Find(Kind::kObject, Name(info, row[0]) + " has attributes, but isn't an object of the vault");
   }
 
   void CheckObject(const ClassInfo& info, const SqlRow& row) {
@@ -85,7 +89,8 @@ class Inspection {
     if (!info.IsVersioned()) return;
     const auto current = IntegerOf(row[2]);
     const auto owner = IntegerOf(row[3]);
-    if (current < state::kNew || current > state::kObsolete) Find(Kind::kObject, name + " is in the unknown state " + std::to_string(current));
+    if (current < state::kNew || current > state::kObsolete)
+      Find(Kind::kObject, name + " is in the unknown state " + std::to_string(current));
     if (current == state::kCheckedOut && owner == 0) Find(Kind::kObject, name + " is checked out by nobody");
     if (current != state::kCheckedOut && current != state::kNew && owner != 0) {
       Find(Kind::kObject, name + " belongs to a user, though it isn't checked out");
@@ -102,26 +107,29 @@ class Inspection {
                                   "WHERE identity IS NOT NULL GROUP BY class_id, identity ORDER BY class_id, identity");
     for (const auto& row : rows) {
       if (IntegerOf(row[3]) == 1 && IntegerOf(row[4]) == IntegerOf(row[2])) continue;
-      Find(Kind::kVersion, core_.TheSchema().ClassById(static_cast<int>(IntegerOf(row[0]))).name + " \"" + TextOf(row[1]) +
-                               "\" has a gap in its revisions");
+      Find(Kind::kVersion, core_.TheSchema().ClassById(static_cast<int>(IntegerOf(row[0]))).name + " \"" +
+                               TextOf(row[1]) + "\" has a gap in its revisions");
     }
     for (const auto& info : core_.TheSchema().Classes()) {
       if (!info->IsVersioned()) continue;
-      const auto differing = data_.Query("i", "SELECT o.object_id FROM vd_object o JOIN " + Quoted(info->table) +
-                                                  " t ON t.\"OBJECT_ID\" = o.object_id WHERE COALESCE(t.\"CN_ID\", '') <> COALESCE(o.identity, '')");
+      const auto differing = data_.Query(
+          "i", "SELECT o.object_id FROM vd_object o JOIN " + Quoted(info->table) +
+                   " t ON t.\"OBJECT_ID\" = o.object_id WHERE COALESCE(t.\"CN_ID\", '') <> COALESCE(o.identity, '')");
       for (const auto& row : differing) Find(Kind::kVersion, Name(*info, row[0]) + " has the CN_ID of another object");
     }
   }
 
   void CheckLinks() {
-    const auto rows = data_.Query("iiii",
-                                  "SELECT l.\"OBJECT_ID\", l.\"CLASS_ID\", f.object_id, t.object_id FROM vd_link l "
-                                  "LEFT JOIN vd_object f ON f.object_id = l.from_object LEFT JOIN vd_object t ON t.object_id = l.to_object "
-                                  "ORDER BY l.\"OBJECT_ID\"");
+    const auto rows = data_.Query(
+        "iiii",
+        "SELECT l.\"OBJECT_ID\", l.\"CLASS_ID\", f.object_id, t.object_id FROM vd_link l "
+        "LEFT JOIN vd_object f ON f.object_id = l.from_object LEFT JOIN vd_object t ON t.object_id = l.to_object "
+        "ORDER BY l.\"OBJECT_ID\"");
     for (const auto& row : rows) {
       const auto name = "Link " + std::to_string(IntegerOf(row[0]));
       if (IntegerOf(row[2]) == 0 || IntegerOf(row[3]) == 0) Find(Kind::kLink, name + " has an end that isn't there");
-      if (!core_.TheSchema().ClassById(static_cast<int>(IntegerOf(row[1]))).IsLink()) Find(Kind::kLink, name + " is of no class of links");
+      if (!core_.TheSchema().ClassById(static_cast<int>(IntegerOf(row[1]))).IsLink())
+        Find(Kind::kLink, name + " is of no class of links");
     }
     const auto places = data_.Query("i",
                                     "SELECT from_object FROM vd_link GROUP BY from_object, \"CLASS_ID\" "
@@ -153,7 +161,8 @@ class Inspection {
       }
     }
     for (const auto& [object, count] : std::map<std::int64_t, int>(open.begin(), open.end())) {
-      if (count > 0) Find(Kind::kLink, "The object " + std::to_string(object) + " stands in or above a structure that holds itself");
+      if (count > 0)
+        Find(Kind::kLink, "The object " + std::to_string(object) + " stands in or above a structure that holds itself");
     }
   }
 
@@ -163,14 +172,17 @@ class Inspection {
                                                         {sequence::kDeposit, "SELECT MAX(deposit_id) FROM vd_deposit"},
                                                         {sequence::kUser, "SELECT MAX(user_id) FROM vd_user"}};
     for (const auto& [name, sql] : largest) {
-      const auto next = IntegerOf(data_.QueryOne(ColumnType::kInteger, "SELECT next_value FROM vd_sequence WHERE name = ?", {name}));
+      const auto next =
+          IntegerOf(data_.QueryOne(ColumnType::kInteger, "SELECT next_value FROM vd_sequence WHERE name = ?", {name}));
       if (next <= IntegerOf(data_.QueryOne(ColumnType::kInteger, sql))) {
         Find(Kind::kObject, "The sequence \"" + name + "\" would give a number again");
       }
     }
   }
 
-  static std::string Name(const ClassInfo& info, const SqlValue& id) { return Described(info, static_cast<std::int32_t>(IntegerOf(id))); }
+  static std::string Name(const ClassInfo& info, const SqlValue& id) {
+    return Described(info, static_cast<std::int32_t>(IntegerOf(id)));
+  }
 
   Core& core_;
   Database& data_;

@@ -60,10 +60,18 @@ void Core::RunOuter(const std::function<void()>& body) {
     depth_ = 1;
     body();
     depth_ = 0;
-    database_.Commit();
   } catch (...) {
     depth_ = 0;
     store_.Discard();
+    database_.Rollback();
+    throw;
+  }
+  try {
+    database_.Commit();
+  } catch (...) {
+    // A server that was lost may have committed: what was taken in is left to the next transaction,
+    // which knows.
+    store_.Leave();
     database_.Rollback();
     throw;
   }
@@ -87,7 +95,8 @@ void Core::RunNested(const std::function<void()>& body) {
 
 bool Core::IsReferred(const std::string& sha256) {
   const auto count = [&](const std::string& column) {
-    return IntegerOf(database_.QueryOne(ColumnType::kInteger, "SELECT COUNT(*) FROM vd_deposit WHERE " + column + " = ?", {sha256}));
+    return IntegerOf(
+        database_.QueryOne(ColumnType::kInteger, "SELECT COUNT(*) FROM vd_deposit WHERE " + column + " = ?", {sha256}));
   };
   return count("sha256") != 0 || count("light_sha256") != 0;
 }
@@ -98,7 +107,8 @@ void Core::LogOn(const std::string& login, const std::string& password) {
   password_ = password;
   loggedOn_ = true;
   configAtLogOn_.clear();
-  for (const auto& row : database_.Query("tt", "SELECT path, value FROM vd_config WHERE user_id = ?", {std::int64_t{userId_}})) {
+  for (const auto& row :
+       database_.Query("tt", "SELECT path, value FROM vd_config WHERE user_id = ?", {std::int64_t{userId_}})) {
     configAtLogOn_[TextOf(row[0])] = TextOf(row[1]);
   }
 }
@@ -114,8 +124,8 @@ void Core::RequireLoggedOn() const {
 
 void Core::RequireRight(const std::string& operation, const ClassInfo& info) {
   if (IsAllowed(database_, userId_, schema_.OperationByName(operation), info.id)) return;
-  throw Failure(failure::kPermissionDenied,
-                "The user \"" + login_ + "\" has no right to " + operation + " on objects of the class \"" + info.name + "\"");
+  throw Failure(failure::kPermissionDenied, "The user \"" + login_ + "\" has no right to " + operation +
+                                                " on objects of the class \"" + info.name + "\"");
 }
 
 // What lies under "$User" is each user's own, all else everybody's.
@@ -144,8 +154,9 @@ std::string TimeStamp() {
   const std::chrono::hh_mm_ss time(now - day);
   std::array<char, 32> text{};
   std::snprintf(text.data(), text.size(), "%04d-%02u-%02uT%02d:%02d:%02dZ", static_cast<int>(date.year()),
-                static_cast<unsigned>(date.month()), static_cast<unsigned>(date.day()), static_cast<int>(time.hours().count()),
-                static_cast<int>(time.minutes().count()), static_cast<int>(time.seconds().count()));
+                static_cast<unsigned>(date.month()), static_cast<unsigned>(date.day()),
+                static_cast<int>(time.hours().count()), static_cast<int>(time.minutes().count()),
+                static_cast<int>(time.seconds().count()));
   return text.data();
 }
 

@@ -21,7 +21,8 @@ constexpr std::string_view kPostgresPrefix = "postgresql://";
 [[noreturn]] void ThrowDatabaseFailure(const soci::soci_error& error) {
   std::string message = error.get_error_message();
   while (!message.empty() && (message.back() == '\n' || message.back() == ' ')) message.pop_back();
-  const bool locked = message.find("database is locked") != message.npos || message.find("lock timeout") != message.npos;
+  const bool locked =
+      message.find("database is locked") != message.npos || message.find("lock timeout") != message.npos;
   if (locked) throw Failure(failure::kPermissionDenied, "The vault's database is locked by another process");
   throw Failure(failure::kDeviceError, "The vault's database: " + message);
 }
@@ -56,15 +57,24 @@ std::string SqliteTarget(std::string_view path) {
   return "db=\"" + std::string(path) + "\" timeout=60";
 }
 
+// Behind the scheme stand either "KEY=VALUE ..." or what makes the whole an address.
+std::string PostgresTarget(const std::string& connection) {
+  const auto rest = connection.substr(kPostgresPrefix.size());
+  const auto equals = rest.find('=');
+  const bool pairs = rest.empty() || (equals != rest.npos && equals < rest.find_first_of("/@:?"));
+  return pairs ? rest : connection;
+}
+
 std::unique_ptr<soci::session> Connected(const std::string& connection) {
   return Guarded([&] {
     if (connection.starts_with(kPostgresPrefix)) {
-      return std::make_unique<soci::session>(*factory_postgresql(), connection.substr(kPostgresPrefix.size()));
+      return std::make_unique<soci::session>(*factory_postgresql(), PostgresTarget(connection));
     }
     if (!connection.starts_with(kSqlitePrefix)) {
       throw Failure(failure::kInvalidCall, "A vault's database is \"sqlite:PATH\" or \"postgresql://...\"");
     }
-    return std::make_unique<soci::session>(*factory_sqlite3(), SqliteTarget(std::string_view(connection).substr(kSqlitePrefix.size())));
+    return std::make_unique<soci::session>(*factory_sqlite3(),
+                                           SqliteTarget(std::string_view(connection).substr(kSqlitePrefix.size())));
   });
 }
 
@@ -145,7 +155,8 @@ Database::Database(const std::string& connection)
 
 Database::~Database() = default;
 
-Database::Prepared& Database::PreparedFor(std::string_view columns, const std::string& sql, const std::vector<SqlValue>& values) {
+Database::Prepared& Database::PreparedFor(std::string_view columns, const std::string& sql,
+                                          const std::vector<SqlValue>& values) {
   std::string key = sql + '\n';
   key += columns;
   key += '\n';
@@ -178,7 +189,8 @@ Database::Prepared& Database::PreparedFor(std::string_view columns, const std::s
   return *kept;
 }
 
-std::vector<SqlRow> Database::Query(std::string_view columns, const std::string& sql, const std::vector<SqlValue>& values) {
+std::vector<SqlRow> Database::Query(std::string_view columns, const std::string& sql,
+                                    const std::vector<SqlValue>& values) {
   return Guarded([&] {
     auto& prepared = PreparedFor(columns, sql, values);
     prepared.Bind(values);
@@ -217,7 +229,8 @@ bool Database::Begin(bool wait) {
       ExecuteOnce("SELECT pg_advisory_xact_lock" + key);
       return true;
     }
-    if (QueryOne(ColumnType::kInteger, "SELECT CAST(pg_try_advisory_xact_lock" + key + " AS INTEGER)") == SqlValue(std::int64_t{1})) {
+    if (QueryOne(ColumnType::kInteger, "SELECT CAST(pg_try_advisory_xact_lock" + key + " AS INTEGER)") ==
+        SqlValue(std::int64_t{1})) {
       return true;
     }
   } catch (const Failure&) {
@@ -243,7 +256,9 @@ bool Database::LockAlone(bool wait) {
   return locked;
 }
 
-void Database::Commit() { ExecuteOnce("COMMIT"); }
+void Database::Commit() {
+  ExecuteOnce("COMMIT");
+}
 
 void Database::Rollback() noexcept {
   try {
@@ -254,14 +269,18 @@ void Database::Rollback() noexcept {
   }
 }
 
-void Database::SetSavepoint(int level) { ExecuteOnce("SAVEPOINT nested_" + std::to_string(level)); }
+void Database::SetSavepoint(int level) {
+  Execute("SAVEPOINT nested_" + std::to_string(level));
+}
 
-void Database::ReleaseSavepoint(int level) { ExecuteOnce("RELEASE SAVEPOINT nested_" + std::to_string(level)); }
+void Database::ReleaseSavepoint(int level) {
+  Execute("RELEASE SAVEPOINT nested_" + std::to_string(level));
+}
 
 void Database::RollbackToSavepoint(int level) noexcept {
   try {
     ExecuteOnce("ROLLBACK TO SAVEPOINT nested_" + std::to_string(level));
-    ReleaseSavepoint(level);
+    ExecuteOnce("RELEASE SAVEPOINT nested_" + std::to_string(level));
   } catch (const std::exception&) {
     return;
   }

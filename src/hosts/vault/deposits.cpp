@@ -55,9 +55,9 @@ Deposit MakeDeposit(Core& core, const std::string& name, const FileStore::Conten
                     const std::optional<FileStore::Content>& light) {
   auto& database = core.Data();
   const auto lightContent = light.value_or(FileStore::Content{});
-  const auto there = database.QueryOne(ColumnType::kInteger,
-                                       "SELECT deposit_id FROM vd_deposit WHERE sha256 = ? AND name = ? AND light_sha256 = ?",
-                                       {file.sha256, name, lightContent.sha256});
+  const auto there = database.QueryOne(
+      ColumnType::kInteger, "SELECT deposit_id FROM vd_deposit WHERE sha256 = ? AND name = ? AND light_sha256 = ?",
+      {file.sha256, name, lightContent.sha256});
   if (IntegerOf(there) != 0) return {IntegerOf(there), name, file, light};
   const std::int64_t id = NextNumber(database, sequence::kDeposit);
   database.Execute(
@@ -66,7 +66,8 @@ Deposit MakeDeposit(Core& core, const std::string& name, const FileStore::Conten
   return {id, name, file, light};
 }
 
-Deposit DepositFile(Core& core, const std::string& name, const std::string& path, const std::optional<Deposit>& before) {
+Deposit DepositFile(Core& core, const std::string& name, const std::string& path,
+                    const std::optional<Deposit>& before) {
   RequireFileName(name);
   const auto file = core.Store().Put(core.Files().Read(path));
   std::optional<FileStore::Content> light;

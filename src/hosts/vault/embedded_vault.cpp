@@ -5,12 +5,12 @@
 
 #include "base/failure.h"
 #include "hosts/vault/core.h"
+#include "hosts/vault/file_names.h"
 #include "hosts/vault/integration_side.h"
 #include "hosts/vault/life_cycle.h"
 #include "hosts/vault/links.h"
 #include "hosts/vault/object.h"
 #include "hosts/vault/object_storage.h"
-#include "hosts/vault/file_names.h"
 #include "hosts/vault/schema_setup.h"
 #include "hosts/vault/service_objects.h"
 #include "hosts/vault/session_objects.h"
@@ -33,18 +33,21 @@ std::int16_t ClassOrAll(const vault::Core& core, const std::string& name) {
   return name.empty() ? std::int16_t{0} : core.TheSchema().ClassByName(name).id;
 }
 
-std::vector<EmbeddedVault::Listed> Listing(vault::Core& core, const std::string& condition, const std::vector<vault::SqlValue>& values) {
+std::vector<EmbeddedVault::Listed> Listing(vault::Core& core, const std::string& condition,
+                                           const std::vector<vault::SqlValue>& values) {
   std::vector<EmbeddedVault::Listed> found;
   for (const auto& info : core.TheSchema().Classes()) {
     if (!info->IsVersioned() || info->table == vault::kDocumentTable) continue;
-    const auto rows = core.Data().Query("itti",
-                                        "SELECT c.\"OBJECT_ID\", c.\"NM_CN_PART_NUMBER\", c.\"REVISION\", c.\"STATE\" FROM " +
-                                            vault::Quoted(info->table) +
-                                            " c JOIN vd_object o ON o.object_id = c.\"OBJECT_ID\" WHERE " + condition +
-                                            " ORDER BY c.\"OBJECT_ID\"",
-                                        values);
+    const auto rows = core.Data().Query(
+        "itti",
+        "SELECT c.\"OBJECT_ID\", c.\"NM_CN_PART_NUMBER\", c.\"REVISION\", c.\"STATE\" FROM " +
+            vault::Quoted(info->table) + " c JOIN vd_object o ON o.object_id = c.\"OBJECT_ID\" WHERE " + condition +
+            " ORDER BY c.\"OBJECT_ID\"",
+        values);
     for (const auto& row : rows) {
-      found.push_back({{info->id, static_cast<std::int32_t>(vault::IntegerOf(row[0]))}, vault::TextOf(row[1]), vault::TextOf(row[2]),
+      found.push_back({{info->id, static_cast<std::int32_t>(vault::IntegerOf(row[0]))},
+                       vault::TextOf(row[1]),
+                       vault::TextOf(row[2]),
                        static_cast<int>(vault::IntegerOf(row[3]))});
     }
   }
@@ -98,18 +101,21 @@ void EmbeddedVault::AddUser(const std::string& login, const std::string& passwor
 void EmbeddedVault::Grant(const std::string& login, const std::string& operation, const std::string& className) {
   core_->TheGate().Pass("EmbeddedVault.Grant", [&] { return login + ", " + operation + ", " + className; });
   core_->InTransaction([&] {
-    vault::Grant(core_->Data(), KnownUser(*core_, login), OperationOrAll(*core_, operation), ClassOrAll(*core_, className));
+    vault::Grant(core_->Data(), KnownUser(*core_, login), OperationOrAll(*core_, operation),
+                 ClassOrAll(*core_, className));
   });
 }
 
 void EmbeddedVault::Revoke(const std::string& login, const std::string& operation, const std::string& className) {
   core_->TheGate().Pass("EmbeddedVault.Revoke", [&] { return login + ", " + operation + ", " + className; });
   core_->InTransaction([&] {
-    vault::Revoke(core_->Data(), KnownUser(*core_, login), OperationOrAll(*core_, operation), ClassOrAll(*core_, className));
+    vault::Revoke(core_->Data(), KnownUser(*core_, login), OperationOrAll(*core_, operation),
+                  ClassOrAll(*core_, className));
   });
 }
 
-Ref<veldora::VdObject> EmbeddedVault::AddObject(const std::string& className, const AttributeTexts& attributes, const std::string& path) {
+Ref<veldora::VdObject> EmbeddedVault::AddObject(const std::string& className, const AttributeTexts& attributes,
+                                                const std::string& path) {
   core_->TheGate().Pass("EmbeddedVault.AddObject", [&] { return className + ", " + path; });
   core_->RequireLoggedOn();
   vault::ObjectData object(core_, core_->TheSchema().ClassByName(className), 0);
@@ -117,25 +123,28 @@ Ref<veldora::VdObject> EmbeddedVault::AddObject(const std::string& className, co
     for (const auto& [name, text] : attributes) {
       if (path.empty() || name != vault::attribute::kFileName) object.SetText(name, text);
     }
-    vault::Insert(object);
+    vault::InsertNow(object);
+    object.ForgetChanges();
     if (path.empty()) return;
     const auto name = attributes.find(vault::attribute::kFileName);
-    vault::SetValues(object, {{vault::attribute::kFileName, name == attributes.end() ? vault::FileNameOf(path) : name->second}});
+    vault::SetValues(
+        object, {{vault::attribute::kFileName, name == attributes.end() ? vault::FileNameOf(path) : name->second}});
     vault::TakeContent(object, path);
+    object.Read();
   });
-  object.Read();
   return vault::ObjectOf(std::move(object));
 }
 
 void EmbeddedVault::StoreFile(const Ref<veldora::VdObject>& object, const std::string& path) {
   core_->TheGate().Pass("EmbeddedVault.StoreFile", [&] { return path; });
   core_->RequireLoggedOn();
-  const auto& data = vault::DataOf(object);
+  auto stored = *vault::DataOf(object);
   core_->InTransaction([&] {
-    vault::RequireChangeable(*data);
-    vault::TakeContent(*data, path);
+    vault::RequireChangeable(stored);
+    vault::TakeContent(stored, path);
+    vault::RefreshKept(stored);
   });
-  vault::RefreshKept(*data);
+  vault::DataOf(object)->Become(std::move(stored));
 }
 
 void EmbeddedVault::SetStructure(const Ref<veldora::VdObject>& parent, const std::vector<Component>& components) {
@@ -183,13 +192,15 @@ std::string EmbeddedVault::LightFileOf(const Ref<veldora::VdObject>& object) {
 std::vector<EmbeddedVault::Listed> EmbeddedVault::FindNewest(const std::string& partNumber) {
   core_->TheGate().Pass("EmbeddedVault.FindNewest", [&] { return partNumber; });
   core_->RequireLoggedOn();
-  return Listing(*core_,
-                 "c.\"NM_CN_PART_NUMBER\" = ? AND NOT EXISTS (SELECT 1 FROM vd_object n WHERE n.class_id = o.class_id AND "
-                 "n.identity = o.identity AND n.version > o.version)",
-                 {partNumber});
+  return Listing(
+      *core_,
+      "c.\"NM_CN_PART_NUMBER\" = ? AND NOT EXISTS (SELECT 1 FROM vd_object n WHERE n.class_id = o.class_id AND "
+      "n.identity = o.identity AND n.version > o.version)",
+      {partNumber});
 }
 
-std::vector<EmbeddedVault::Listed> EmbeddedVault::FindRevision(const std::string& partNumber, const std::string& revision) {
+std::vector<EmbeddedVault::Listed> EmbeddedVault::FindRevision(const std::string& partNumber,
+                                                               const std::string& revision) {
   core_->TheGate().Pass("EmbeddedVault.FindRevision", [&] { return partNumber + ", " + revision; });
   core_->RequireLoggedOn();
   return Listing(*core_, "c.\"NM_CN_PART_NUMBER\" = ? AND c.\"REVISION\" = ?", {partNumber, revision});
@@ -199,7 +210,8 @@ int EmbeddedVault::FileTypeId(const std::string& name) {
   core_->TheGate().Pass("EmbeddedVault.FileTypeId", [&] { return name; });
   const auto& info = core_->TheSchema().ClassByName("FILE_TYPE");
   const auto id = vault::IntegerOf(core_->Data().QueryOne(
-      vault::ColumnType::kInteger, "SELECT \"OBJECT_ID\" FROM " + vault::Quoted(info.table) + " WHERE \"TDM_NAME\" = ?", {name}));
+      vault::ColumnType::kInteger, "SELECT \"OBJECT_ID\" FROM " + vault::Quoted(info.table) + " WHERE \"TDM_NAME\" = ?",
+      {name}));
   if (id == 0) throw Failure(failure::kInvalidCall, "The vault has no file type \"" + name + "\"");
   return static_cast<int>(id);
 }

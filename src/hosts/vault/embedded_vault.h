@@ -147,7 +147,8 @@ class EmbeddedVault {
   // Objects. What these change obeys state and rights as the contract's operations do.
   /// Stores a new object with these attributes, its masks filled. The file, if `path` isn't empty, is
   /// taken from there, its light representation too where it stands beside.
-  Ref<veldora::VdObject> AddObject(const std::string& className, const AttributeTexts& attributes, const std::string& path);
+  Ref<veldora::VdObject> AddObject(const std::string& className, const AttributeTexts& attributes,
+                                   const std::string& path);
   /// Makes the file at `path` the content of an object that can be changed.
   void StoreFile(const Ref<veldora::VdObject>& object, const std::string& path);
   /// Makes `components`, in this order, all that `parent` holds. One entry for each distinct child.

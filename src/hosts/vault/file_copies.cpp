@@ -12,29 +12,11 @@
 #include "hosts/vault/file_names.h"
 #include "hosts/vault/life_cycle.h"
 #include "hosts/vault/object_storage.h"
+#include "hosts/vault/sha256.h"
 #include "hosts/vault/working_copies.h"
 
 namespace quintara::vault {
 namespace {
-
-constexpr auto kUnfinished = ".vault-part";
-
-void RemoveQuietly(const std::string& path) {
-  std::error_code ignored;
-  std::filesystem::remove(ToPath(path), ignored);
-}
-
-// Whole or not at all: written beside the target first.
-void WriteWhole(FileContents& files, const std::string& path, const std::string& bytes) {
-  const auto beside = path + kUnfinished;
-  try {
-    files.Write(beside, bytes);
-    files.Rename(beside, path);
-  } catch (const std::exception&) {
-    RemoveQuietly(beside);
-    throw;
-  }
-}
 
 struct Held {
   std::int32_t id;
@@ -50,13 +32,18 @@ std::vector<Held> HeldBy(const ObjectData& root) {
   const auto rows = core.Data().Query(
       "iitii",
       "WITH RECURSIVE held(id) AS (SELECT CAST(? AS INTEGER) UNION SELECT l.to_object FROM vd_link l JOIN held h "
-      "ON l.from_object = h.id AND l.\"CLASS_ID\" = ?) SELECT o.object_id, o.class_id, o.identity, o.version, o.deposit_id "
+      "ON l.from_object = h.id AND l.\"CLASS_ID\" = ?) SELECT o.object_id, o.class_id, o.identity, o.version, "
+      "o.deposit_id "
       "FROM vd_object o JOIN held ON held.id = o.object_id WHERE o.deposit_id IS NOT NULL ORDER BY o.object_id",
       {std::int64_t{root.Id()}, std::int64_t{core.TheSchema().StructureLink().id}});
   std::vector<Held> held;
   for (const auto& row : rows) {
-    held.push_back({static_cast<std::int32_t>(IntegerOf(row[0])), static_cast<std::int16_t>(IntegerOf(row[1])), TextOf(row[2]),
-                    IntegerOf(row[3]), IntegerOf(row[4]), {}});
+    held.push_back({static_cast<std::int32_t>(IntegerOf(row[0])),
+                    static_cast<std::int16_t>(IntegerOf(row[1])),
+                    TextOf(row[2]),
+                    IntegerOf(row[3]),
+                    IntegerOf(row[4]),
+                    {}});
   }
   return held;
 }
@@ -85,12 +72,29 @@ std::map<std::string, Held> ByName(const ObjectData& root, const std::vector<Hel
     const auto& info = root.TheCore().TheSchema().ClassById(one.classId);
     if (place->second.identity != one.identity || place->second.classId != one.classId) {
       throw Failure(failure::kInvalidCall, Described(info, one.id) + " and another component of " +
-                                               Described(root.Info(), root.Id()) + " have the same file name \"" + one.name + "\"");
+                                               Described(root.Info(), root.Id()) + " have the same file name \"" +
+                                               one.name + "\"");
     }
     // The root's own revision is the one that was asked for.
-    if (place->second.id != root.Id() && (one.id == root.Id() || one.version > place->second.version)) place->second = one;
+    if (place->second.id != root.Id() && (one.id == root.Id() || one.version > place->second.version))
+      place->second = one;
   }
   return chosen;
+}
+
+// What a copy of the structure writes, and where: all but the working copies that are there.
+std::vector<std::pair<std::string, Held>> ToBring(const ObjectData& object) {
+  auto& core = object.TheCore();
+  core.RequireRight(operation::kCopyFile, object.Info());
+  if (!DepositOf(object)) throw Failure(failure::kFileNotFound, Described(object.Info(), object.Id()) + " has no file");
+  auto held = HeldBy(object);
+  ReadNames(object, held);
+  std::vector<std::pair<std::string, Held>> wanted;
+  for (const auto& [capitals, one] : ByName(object, held)) {
+    const auto path = PathIn(core.Options().workDirectory, one.name);
+    if (!IsWorkingCopy(core, path)) wanted.emplace_back(path, one);
+  }
+  return wanted;
 }
 
 }  // namespace
@@ -104,13 +108,13 @@ void CopyFileOf(const ObjectData& object, const std::string& name, const std::st
   const auto file = core.Store().Read(deposit->file);
   const bool light = withLight && deposit->light;
   const auto lightFile = light ? core.Store().Read(*deposit->light) : std::string();
-  WriteWhole(core.Files(), path, file);
-  if (light) WriteWhole(core.Files(), PathIn(directory, name + ".lwt"), lightFile);
+  core.Files().WriteWhole(path, file);
+  if (light) core.Files().WriteWhole(PathIn(directory, name + ".lwt"), lightFile);
   NoteCopy(core, path, object.Id(), deposit->id);
 }
 
-bool CopyStoredFile(Core& core, const std::string& vaultDirectory, const std::string& fileName, const std::string& directory,
-                    const std::string& name) {
+bool CopyStoredFile(Core& core, const std::string& vaultDirectory, const std::string& fileName,
+                    const std::string& directory, const std::string& name) {
   const auto path = PathIn(directory, name);
   const auto id = DepositIn(vaultDirectory);
   const auto deposit = id ? FindDeposit(core.Data(), *id) : std::nullopt;
@@ -131,33 +135,39 @@ bool CopyStoredFile(Core& core, const std::string& vaultDirectory, const std::st
     if (failure.Number() == failure::kFileNotFound) return false;
     throw;
   }
-  WriteWhole(core.Files(), path, bytes);
+  core.Files().WriteWhole(path, bytes);
   if (main && !objects.empty()) NoteCopy(core, path, static_cast<std::int32_t>(IntegerOf(objects[0][0])), deposit->id);
   return true;
 }
 
 void CopyStructure(const ObjectData& object) {
   auto& core = object.TheCore();
-  core.RequireRight(operation::kCopyFile, object.Info());
-  if (!DepositOf(object)) throw Failure(failure::kFileNotFound, Described(object.Info(), object.Id()) + " has no file");
-  auto held = HeldBy(object);
-  ReadNames(object, held);
-  const auto chosen = ByName(object, held);
-  std::vector<std::pair<std::string, const Held*>> copied;
+  std::vector<std::pair<std::string, Held>> copied;
+  const auto wanted = ToBring(object);
   ErrorState error;
   const bool complete = Attempt(error, [&] {
-    for (const auto& [capitals, one] : chosen) {
-      const auto path = PathIn(core.Options().workDirectory, one.name);
-      if (IsWorkingCopy(core, path)) continue;
-      WriteWhole(core.Files(), path, core.Store().Read(FindDeposit(core.Data(), one.deposit)->file));
-      copied.emplace_back(path, &one);
+    for (const auto& [path, one] : wanted) {
+      core.Files().WriteWhole(path, core.Store().Read(FindDeposit(core.Data(), one.deposit)->file));
+      copied.emplace_back(path, one);
     }
   });
   // Noted together: a transaction for each file would cost more than its copy.
   core.InTransaction([&] {
-    for (const auto& [path, one] : copied) NoteCopy(core, path, one->id, one->deposit);
+    for (const auto& [path, one] : copied) NoteCopy(core, path, one.id, one.deposit);
   });
   if (!complete) throw Failure(error.number, error.description);
+}
+
+std::vector<std::string> FilesToReplace(const ObjectData& object) {
+  auto& core = object.TheCore();
+  std::vector<std::string> paths;
+  for (const auto& [path, one] : ToBring(object)) {
+    std::error_code ignored;
+    if (!std::filesystem::exists(ToPath(path), ignored)) continue;
+    const auto deposit = FindDeposit(core.Data(), one.deposit);
+    if (Sha256Text(core.Files().Read(path)) != deposit->file.sha256) paths.push_back(path);
+  }
+  return paths;
 }
 
 }  // namespace quintara::vault

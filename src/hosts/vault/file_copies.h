@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 #include "hosts/vault/object_data.h"
 
@@ -21,5 +22,7 @@ bool CopyStoredFile(Core& core, const std::string& vaultDirectory, const std::st
 /// two revisions of one object under one name the newer is brought; a name that different objects
 /// share fails before anything is written.
 void CopyStructure(const ObjectData& object);
+/// The files of the work directory that this would replace by other content.
+std::vector<std::string> FilesToReplace(const ObjectData& object);
 
 }  // namespace quintara::vault

@@ -30,7 +30,8 @@ void Remove(const std::string& path) noexcept {
 void MakeFolder(const fs::path& path) {
   std::error_code error;
   fs::create_directories(path, error);
-  if (error) throw Failure(failure::kPathAccess, "The folder \"" + FromPath(path) + "\" can't be made: " + error.message());
+  if (error)
+    throw Failure(failure::kPathAccess, "The folder \"" + FromPath(path) + "\" can't be made: " + error.message());
 }
 
 bool IsDigest(const std::string& name) {

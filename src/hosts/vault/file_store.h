@@ -38,6 +38,8 @@ class FileStore {
   void Publish(const IsReferred& isReferred) noexcept;
   /// To be called before it is undone.
   void Discard() noexcept;
+  /// To be called when it isn't known what became of it.
+  void Leave() noexcept { pending_.clear(); }
   /// Clears what a transaction that was cut off left behind. Only while no other one runs.
   void Recover(const IsReferred& isReferred);
 

@@ -62,11 +62,13 @@ std::string FolderText(const VaultPlan& plan) {
 void MakeBase(const VaultPlan& plan, const std::string& base, FileContents& files, MadePaths& made) {
   made.MakeFolder(base);
   made.MakeFolder(In(base, "QNTR"));
-  files.Write(In(In(base, "QNTR"), "ProjectQNTR.zvavba"), "# Procedures that the CAD host runs for Quintara\nRetrieveMatrix.UpdateDisplay\n");
+  files.Write(In(In(base, "QNTR"), "ProjectQNTR.zvavba"),
+              "# Procedures that the CAD host runs for Quintara\nRetrieveMatrix.UpdateDisplay\n");
   if (plan.texts.empty()) return;
   std::error_code error;
   fs::copy(ToPath(plan.texts), ToPath(In(base, "NLS")), fs::copy_options::recursive, error);
-  if (error) throw Failure(failure::kPathAccess, "The texts can't be copied from \"" + plan.texts + "\": " + error.message());
+  if (error)
+    throw Failure(failure::kPathAccess, "The texts can't be copied from \"" + plan.texts + "\": " + error.message());
 }
 
 // Gives whether a vault was there to be joined.
@@ -121,14 +123,16 @@ void InitVault(const VaultPlan& plan, FileContents& files) {
   const auto folder = vault::NormalPath(plan.folder);
   const auto folderFile = In(folder, kFolderFile);
   std::error_code ignored;
-  if (fs::exists(ToPath(folderFile), ignored)) throw Failure(failure::kPathAccess, "There is a vault in \"" + plan.folder + "\" already");
+  if (fs::exists(ToPath(folderFile), ignored))
+    throw Failure(failure::kPathAccess, "There is a vault in \"" + plan.folder + "\" already");
   MadePaths made;
   made.MakeFolder(folder);
   const auto store = plan.store.empty() ? In(folder, "store") : vault::NormalPath(plan.store);
   made.Note(store);
   vault::FileStore(store, files).Make();
   MakeBase(plan, In(folder, "base"), files, made);
-  for (const auto* name : {"vault.sqlite", "vault.sqlite-wal", "vault.sqlite-shm", kFolderFile}) made.Note(In(folder, name));
+  for (const auto* name : {"vault.sqlite", "vault.sqlite-wal", "vault.sqlite-shm", kFolderFile})
+    made.Note(In(folder, name));
   files.Write(folderFile, FolderText(plan));
   ProtectFolderFile(folderFile);
   // Last, since a database of a server can't be taken back once it is made.

@@ -34,16 +34,26 @@ void IntegrationSide::ReplaceChild(const Ref<veldora::VdObject>& parent, const R
 bool IntegrationSide::StoreWorkingCopy(const Ref<veldora::VdObject>& object) {
   core_->TheGate().Pass("IntegrationVault.StoreWorkingCopy");
   core_->RequireLoggedOn();
-  bool stored = false;
-  core_->InTransaction([&] { stored = vault::StoreWorkingCopy(*DataOf(object)); });
-  if (stored) RefreshKept(*DataOf(object));
-  return stored;
+  bool changed = false;
+  auto stored = *DataOf(object);
+  core_->InTransaction([&] {
+    changed = vault::StoreWorkingCopy(stored);
+    if (changed) RefreshKept(stored);
+  });
+  DataOf(object)->Become(std::move(stored));
+  return changed;
 }
 
 void IntegrationSide::CopyStructureToWork(const Ref<veldora::VdObject>& object) {
   core_->TheGate().Pass("IntegrationVault.CopyStructureToWork");
   core_->RequireLoggedOn();
   CopyStructure(*DataOf(object));
+}
+
+std::vector<std::string> IntegrationSide::FilesToReplace(const Ref<veldora::VdObject>& object) {
+  core_->TheGate().Pass("IntegrationVault.FilesToReplace");
+  core_->RequireLoggedOn();
+  return vault::FilesToReplace(*DataOf(object));
 }
 
 std::string IntegrationSide::ConfigInForce(const std::string& path) {

@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "access/contracts/integration.h"
 #include "hosts/vault/core.h"
@@ -18,6 +19,7 @@ class IntegrationSide final : public IntegrationVault {
                     const Ref<veldora::VdObject>& newChild) override;
   bool StoreWorkingCopy(const Ref<veldora::VdObject>& object) override;
   void CopyStructureToWork(const Ref<veldora::VdObject>& object) override;
+  std::vector<std::string> FilesToReplace(const Ref<veldora::VdObject>& object) override;
   std::string ConfigInForce(const std::string& path) override;
   std::string WorkDirectory() override;
 

@@ -21,7 +21,8 @@ namespace state = veldora::state;
 constexpr std::array<const char*, 5> kStateNames = {"new", "checked in", "checked out", "released", "obsolete"};
 
 std::string StateName(int value) {
-  return value >= 0 && value < static_cast<int>(kStateNames.size()) ? kStateNames[static_cast<std::size_t>(value)] : "in no state";
+  return value >= 0 && value < static_cast<int>(kStateNames.size()) ? kStateNames[static_cast<std::size_t>(value)]
+                                                                    : "in no state";
 }
 
 std::vector<int> StatesFor(const std::string& name, bool fromCheckedIn = false) {
@@ -47,31 +48,34 @@ void RequirePermitted(const ObjectData& object, const std::string& name, bool fr
   }
   const int current = StateOf(object);
   if (std::ranges::count(StatesFor(name, fromCheckedIn), current) == 0) {
-    throw Failure(failure::kInvalidCall, Described(object.Info(), object.Id()) + " is " + StateName(current) + ": " + name +
-                                             " can't be run on it");
+    throw Failure(failure::kInvalidCall, Described(object.Info(), object.Id()) + " is " + StateName(current) + ": " +
+                                             name + " can't be run on it");
   }
   if (current == state::kCheckedOut && row.owner != core.UserId()) {
-    throw Failure(failure::kPermissionDenied, Described(object.Info(), object.Id()) + " is checked out by another user");
+    throw Failure(failure::kPermissionDenied,
+                  Described(object.Info(), object.Id()) + " is checked out by another user");
   }
 }
 
 void Move(ObjectData& object, const std::string& name, int to, bool takes) {
   auto& core = object.TheCore();
+  auto moved = object;
   core.InTransaction([&] {
-    RequirePermitted(object, name);
-    if (!takes) StoreWorkingCopy(object);
-    SetValues(object, {{attribute::kState, std::int64_t{to}}});
+    RequirePermitted(moved, name);
+    if (!takes) StoreWorkingCopy(moved);
+    SetValues(moved, {{attribute::kState, std::int64_t{to}}});
     core.Data().Execute("UPDATE vd_object SET owner_id = ? WHERE object_id = ?",
-                        {takes ? SqlValue(std::int64_t{core.UserId()}) : SqlValue(), std::int64_t{object.Id()}});
+                        {takes ? SqlValue(std::int64_t{core.UserId()}) : SqlValue(), std::int64_t{moved.Id()}});
+    RefreshKept(moved);
   });
-  RefreshKept(object);
+  object.Become(std::move(moved));
 }
 
 void RequireNewest(const ObjectData& object) {
   const auto newest = NewestRevision(object);
   if (newest == object.Id()) return;
-  throw Failure(failure::kInvalidCall, Described(object.Info(), object.Id()) + " has a newer revision, " +
-                                           Described(object.Info(), newest));
+  throw Failure(failure::kInvalidCall,
+                Described(object.Info(), object.Id()) + " has a newer revision, " + Described(object.Info(), newest));
 }
 
 void InsertNextRevision(const ObjectData& from, ObjectData& next) {
@@ -139,7 +143,8 @@ std::int32_t NewestRevision(const ObjectData& object) {
   const auto row = RowOf(object);
   if (!object.Info().IsVersioned()) return object.Id();
   return static_cast<std::int32_t>(IntegerOf(object.TheCore().Data().QueryOne(
-      ColumnType::kInteger, "SELECT object_id FROM vd_object WHERE class_id = ? AND identity = ? ORDER BY version DESC LIMIT 1",
+      ColumnType::kInteger,
+      "SELECT object_id FROM vd_object WHERE class_id = ? AND identity = ? ORDER BY version DESC LIMIT 1",
       {std::int64_t{row.classId}, row.identity})));
 }
 

@@ -36,11 +36,11 @@ std::unordered_set<std::int64_t> HoldersOf(const ObjectData& object) {
   return holders;
 }
 
-void RequireNoCycle(const std::unordered_set<std::int64_t>& holders, const ObjectData& parent, const ClassInfo& childClass,
-                    std::int32_t child) {
+void RequireNoCycle(const std::unordered_set<std::int64_t>& holders, const ObjectData& parent,
+                    const ClassInfo& childClass, std::int32_t child) {
   if (!holders.contains(child)) return;
-  throw Failure(failure::kInvalidCall, Described(parent.Info(), parent.Id()) + " can't hold " + Described(childClass, child) +
-                                           ", which is itself or holds it");
+  throw Failure(failure::kInvalidCall, Described(parent.Info(), parent.Id()) + " can't hold " +
+                                           Described(childClass, child) + ", which is itself or holds it");
 }
 
 void RequireComponent(const ClassInfo& info) {
@@ -55,11 +55,13 @@ std::int64_t NextPlace(Core& core, std::int32_t from, std::int16_t linkClass) {
                                             {std::int64_t{from}, std::int64_t{linkClass}}));
 }
 
-void InsertLink(Core& core, std::int16_t linkClass, std::int32_t from, std::int32_t to, std::int64_t place, int quantity) {
+void InsertLink(Core& core, std::int16_t linkClass, std::int32_t from, std::int32_t to, std::int64_t place,
+                int quantity) {
   core.Data().Execute(
-      "INSERT INTO vd_link (\"OBJECT_ID\", \"CLASS_ID\", from_object, to_object, place, \"QUANTITY\") VALUES (?, ?, ?, ?, ?, ?)",
-      {std::int64_t{NextNumber(core.Data(), sequence::kLink)}, std::int64_t{linkClass}, std::int64_t{from}, std::int64_t{to},
-       place, std::int64_t{quantity}});
+      "INSERT INTO vd_link (\"OBJECT_ID\", \"CLASS_ID\", from_object, to_object, place, \"QUANTITY\") VALUES (?, ?, ?, "
+      "?, ?, ?)",
+      {std::int64_t{NextNumber(core.Data(), sequence::kLink)}, std::int64_t{linkClass}, std::int64_t{from},
+       std::int64_t{to}, place, std::int64_t{quantity}});
 }
 
 void AddStructureLink(const ObjectData& from, const ObjectData& to, const ClassInfo& linkClass, int quantity) {
@@ -81,17 +83,18 @@ void AddStructureLink(const ObjectData& from, const ObjectData& to, const ClassI
 
 std::vector<Link> ChildrenOf(const ObjectData& object) {
   auto& core = object.TheCore();
-  return LinksOf(core.Data().Query(
-      "iiii",
-      "SELECT l.\"OBJECT_ID\", o.class_id, l.to_object, l.\"QUANTITY\" FROM vd_link l JOIN vd_object o ON o.object_id = l.to_object "
-      "WHERE l.from_object = ? AND l.\"CLASS_ID\" = ? ORDER BY l.place",
-      {std::int64_t{object.Id()}, std::int64_t{core.TheSchema().StructureLink().id}}));
+  return LinksOf(core.Data().Query("iiii",
+                                   "SELECT l.\"OBJECT_ID\", o.class_id, l.to_object, l.\"QUANTITY\" FROM vd_link l "
+                                   "JOIN vd_object o ON o.object_id = l.to_object "
+                                   "WHERE l.from_object = ? AND l.\"CLASS_ID\" = ? ORDER BY l.place",
+                                   {std::int64_t{object.Id()}, std::int64_t{core.TheSchema().StructureLink().id}}));
 }
 
 std::vector<Link> ParentsOf(const ObjectData& object, std::int16_t classId) {
   auto& core = object.TheCore();
   std::string sql =
-      "SELECT l.\"OBJECT_ID\", o.class_id, l.from_object, l.\"QUANTITY\" FROM vd_link l JOIN vd_object o ON o.object_id = l.from_object "
+      "SELECT l.\"OBJECT_ID\", o.class_id, l.from_object, l.\"QUANTITY\" FROM vd_link l JOIN vd_object o ON "
+      "o.object_id = l.from_object "
       "WHERE l.to_object = ? AND l.\"CLASS_ID\" = ?";
   std::vector<SqlValue> values = {std::int64_t{object.Id()}, std::int64_t{core.TheSchema().StructureLink().id}};
   if (classId != 0) {
@@ -102,15 +105,17 @@ std::vector<Link> ParentsOf(const ObjectData& object, std::int16_t classId) {
 }
 
 std::optional<std::int32_t> FindLink(Database& database, std::int16_t linkClass, std::int32_t from, std::int32_t to) {
-  const auto id = database.QueryOne(ColumnType::kInteger,
-                                    "SELECT \"OBJECT_ID\" FROM vd_link WHERE from_object = ? AND \"CLASS_ID\" = ? AND to_object = ?",
-                                    {std::int64_t{from}, std::int64_t{linkClass}, std::int64_t{to}});
+  const auto id = database.QueryOne(
+      ColumnType::kInteger,
+      "SELECT \"OBJECT_ID\" FROM vd_link WHERE from_object = ? AND \"CLASS_ID\" = ? AND to_object = ?",
+      {std::int64_t{from}, std::int64_t{linkClass}, std::int64_t{to}});
   if (IntegerOf(id) == 0) return std::nullopt;
   return static_cast<std::int32_t>(IntegerOf(id));
 }
 
 void AddLink(const ObjectData& from, const ObjectData& to, const ClassInfo& linkClass, int quantity) {
-  if (!linkClass.IsLink()) throw Failure(failure::kInvalidCall, "The class \"" + linkClass.name + "\" is no class of links");
+  if (!linkClass.IsLink())
+    throw Failure(failure::kInvalidCall, "The class \"" + linkClass.name + "\" is no class of links");
   auto& core = from.TheCore();
   core.InTransaction([&] {
     RowOf(from);
@@ -120,8 +125,8 @@ void AddLink(const ObjectData& from, const ObjectData& to, const ClassInfo& link
       return;
     }
     if (FindLink(core.Data(), linkClass.id, from.Id(), to.Id())) {
-      throw Failure(failure::kInvalidCall, Described(from.Info(), from.Id()) + " is linked to " +
-                                               Described(to.Info(), to.Id()) + " already");
+      throw Failure(failure::kInvalidCall,
+                    Described(from.Info(), from.Id()) + " is linked to " + Described(to.Info(), to.Id()) + " already");
     }
     InsertLink(core, linkClass.id, from.Id(), to.Id(), NextPlace(core, from.Id(), linkClass.id), 1);
   });
@@ -129,7 +134,8 @@ void AddLink(const ObjectData& from, const ObjectData& to, const ClassInfo& link
 
 void RemoveLink(Core& core, std::int32_t linkId) {
   core.InTransaction([&] {
-    const auto rows = core.Data().Query("ii", "SELECT \"CLASS_ID\", from_object FROM vd_link WHERE \"OBJECT_ID\" = ?", {std::int64_t{linkId}});
+    const auto rows = core.Data().Query("ii", "SELECT \"CLASS_ID\", from_object FROM vd_link WHERE \"OBJECT_ID\" = ?",
+                                        {std::int64_t{linkId}});
     if (rows.empty()) throw Failure(failure::kInvalidCall, "The vault has no link " + std::to_string(linkId));
     if (core.TheSchema().ClassById(static_cast<int>(IntegerOf(rows[0][0]))).kind == ClassKind::kStructureLink) {
       const auto from = static_cast<std::int32_t>(IntegerOf(rows[0][1]));
@@ -175,16 +181,18 @@ void ReplaceChild(const ObjectData& parent, const ObjectData& from, const Object
       replaced = true;
     }
     if (!replaced) {
-      throw Failure(failure::kInvalidCall, Described(parent.Info(), parent.Id()) + " doesn't hold " + Described(from.Info(), from.Id()));
+      throw Failure(failure::kInvalidCall,
+                    Described(parent.Info(), parent.Id()) + " doesn't hold " + Described(from.Info(), from.Id()));
     }
     SetChildren(parent, children);
   });
 }
 
 void CopyOutgoingLinks(Core& core, std::int32_t from, std::int32_t to) {
-  const auto rows = core.Data().Query(
-      "iiii", "SELECT \"CLASS_ID\", to_object, place, \"QUANTITY\" FROM vd_link WHERE from_object = ? ORDER BY \"CLASS_ID\", place",
-      {std::int64_t{from}});
+  const auto rows = core.Data().Query("iiii",
+                                      "SELECT \"CLASS_ID\", to_object, place, \"QUANTITY\" FROM vd_link WHERE "
+                                      "from_object = ? ORDER BY \"CLASS_ID\", place",
+                                      {std::int64_t{from}});
   for (const auto& row : rows) {
     InsertLink(core, static_cast<std::int16_t>(IntegerOf(row[0])), to, static_cast<std::int32_t>(IntegerOf(row[1])),
                IntegerOf(row[2]), static_cast<int>(IntegerOf(row[3])));

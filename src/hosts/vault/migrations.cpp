@@ -55,9 +55,10 @@ const Migration& TablesOfTheObjects() {
 }
 
 bool HasVersionTable(Database& database) {
-  const std::string catalogue = database.IsPostgres()
-                                    ? "SELECT COUNT(*) FROM pg_tables WHERE schemaname = current_schema() AND tablename = 'schema_version'"
-                                    : "SELECT COUNT(*) FROM sqlite_master WHERE type = 'table' AND name = 'schema_version'";
+  const std::string catalogue =
+      database.IsPostgres()
+          ? "SELECT COUNT(*) FROM pg_tables WHERE schemaname = current_schema() AND tablename = 'schema_version'"
+          : "SELECT COUNT(*) FROM sqlite_master WHERE type = 'table' AND name = 'schema_version'";
   return IntegerOf(database.QueryOne(ColumnType::kInteger, catalogue)) != 0;
 }
 

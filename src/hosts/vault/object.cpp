@@ -22,7 +22,8 @@ Ref<veldora::VdObjects> ListOf(const ObjectData& from, const std::vector<Link>& 
   std::vector<Ref<veldora::VdObject>> objects;
   std::map<std::int16_t, std::vector<ObjectData*>> byClass;
   for (const auto& link : links) {
-    const auto data = std::make_shared<ObjectData>(from.SharedCore(), from.TheCore().TheSchema().ClassById(link.otherClass), link.other);
+    const auto data = std::make_shared<ObjectData>(from.SharedCore(),
+                                                   from.TheCore().TheSchema().ClassById(link.otherClass), link.other);
     byClass[link.otherClass].push_back(data.get());
     objects.push_back(MakeRef<VaultObject>(data));
   }
@@ -142,7 +143,8 @@ Ref<veldora::VdObjects> VaultObject::ChildrenWithBehavior(const Ref<veldora::VdQ
 
 void VaultObject::RemoveLink(const Ref<veldora::VdBehavior>& /*behavior*/) {
   Pass<"RemoveLink">([&] { return Identity(); });
-  if (!data_->Info().IsLink()) throw Failure(failure::kInvalidCall, Described(data_->Info(), data_->Id()) + " is no link");
+  if (!data_->Info().IsLink())
+    throw Failure(failure::kInvalidCall, Described(data_->Info(), data_->Id()) + " is no link");
   vault::RemoveLink(*core_, data_->Id());
 }
 
@@ -161,8 +163,8 @@ void VaultObject::Update(const Ref<veldora::VdBehavior>& /*behavior*/) {
   vault::Update(*data_);
 }
 
-void VaultObject::AddLink(std::int16_t linkClassId, const Ref<veldora::VdObject>& other, const Ref<veldora::VdRecord>& /*record*/,
-                          const Ref<veldora::VdBehavior>& /*behavior*/) {
+void VaultObject::AddLink(std::int16_t linkClassId, const Ref<veldora::VdObject>& other,
+                          const Ref<veldora::VdRecord>& /*record*/, const Ref<veldora::VdBehavior>& /*behavior*/) {
   Pass<"AddLink">([&] { return std::to_string(linkClassId); });
   vault::AddLink(*data_, *DataOf(other), core_->TheSchema().ClassById(linkClassId), 1);
 }

@@ -10,7 +10,8 @@
 
 namespace quintara::vault {
 
-class VaultObject final : public Served<"VdObject", veldora::VdObject>, public std::enable_shared_from_this<VaultObject> {
+class VaultObject final : public Served<"VdObject", veldora::VdObject>,
+                          public std::enable_shared_from_this<VaultObject> {
  public:
   explicit VaultObject(std::shared_ptr<ObjectData> data);
 

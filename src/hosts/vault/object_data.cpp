@@ -87,7 +87,8 @@ void ObjectData::RequireSettable(const std::string& name) const {
       attribute::kCreated,  attribute::kCreatedBy, attribute::kModified, attribute::kModifiedBy};
   const bool identity = info_->IsVersioned() && (name == attribute::kIdentity || name == attribute::kRevision);
   if (info_->IsLink() || std::ranges::find(kKept, name) != kKept.end() || (identity && id_ != 0)) {
-    throw Failure(failure::kPermissionDenied, "The vault itself keeps the attribute " + name + " of " + Described(*info_, id_));
+    throw Failure(failure::kPermissionDenied,
+                  "The vault itself keeps the attribute " + name + " of " + Described(*info_, id_));
   }
 }
 
@@ -114,7 +115,8 @@ void ObjectData::Read(const std::vector<std::size_t>& places) {
   if (id_ == 0) throw Failure(failure::kInvalidCall, "A new " + info_->name + " isn't stored yet");
   const auto rows = core_->Data().Query(
       Types(*info_, places),
-      "SELECT " + Columns(*info_, places) + " FROM " + Quoted(info_->table) + " WHERE \"OBJECT_ID\" = ?", {std::int64_t{id_}});
+      "SELECT " + Columns(*info_, places) + " FROM " + Quoted(info_->table) + " WHERE \"OBJECT_ID\" = ?",
+      {std::int64_t{id_}});
   if (rows.empty()) throw Failure(failure::kInvalidCall, "The vault has no " + Described(*info_, id_));
   for (std::size_t i = 0; i < places.size(); ++i) Know(places[i], rows.front()[i]);
 }
@@ -135,7 +137,8 @@ void ReadTogether(Core& core, const std::vector<ObjectData*>& objects, const std
   constexpr std::size_t kTogether = 200;
   if (objects.empty()) return;
   const auto& info = objects.front()->Info();
-  std::string sql = "SELECT \"OBJECT_ID\", " + Columns(info, places) + " FROM " + Quoted(info.table) + " WHERE \"OBJECT_ID\" IN (?";
+  std::string sql =
+      "SELECT \"OBJECT_ID\", " + Columns(info, places) + " FROM " + Quoted(info.table) + " WHERE \"OBJECT_ID\" IN (?";
   for (std::size_t i = 1; i < kTogether; ++i) sql += ",?";
   sql += ")";
   for (std::size_t first = 0; first < objects.size(); first += kTogether) {
@@ -147,7 +150,8 @@ void ReadTogether(Core& core, const std::vector<ObjectData*>& objects, const std
     for (auto& row : core.Data().Query("i" + Types(info, places), sql, ids)) rows[IntegerOf(row[0])] = std::move(row);
     for (auto i = first; i < last; ++i) {
       const auto row = rows.find(objects[i]->Id());
-      if (row == rows.end()) throw Failure(failure::kInvalidCall, "The vault has no " + Described(info, objects[i]->Id()));
+      if (row == rows.end())
+        throw Failure(failure::kInvalidCall, "The vault has no " + Described(info, objects[i]->Id()));
       for (std::size_t at = 0; at < places.size(); ++at) {
         if (!objects[i]->IsChanged(places[at])) objects[i]->Know(places[at], row->second[at + 1]);
       }

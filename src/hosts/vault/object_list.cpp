@@ -10,7 +10,8 @@
 
 namespace quintara::vault {
 
-ObjectListObject::ObjectListObject(std::shared_ptr<Core> core, std::vector<Ref<veldora::VdObject>> objects, std::string alias)
+ObjectListObject::ObjectListObject(std::shared_ptr<Core> core, std::vector<Ref<veldora::VdObject>> objects,
+                                   std::string alias)
     : Served(std::move(core)), objects_(std::move(objects)), alias_(std::move(alias)) {}
 
 int ObjectListObject::Count() {

@@ -37,7 +37,8 @@ Taken TakeFile(ObjectData& object, const std::optional<Deposit>& before) {
     if (deposit->name != name) deposit = MakeDeposit(core, name, deposit->file, deposit->light);
     return {deposit, {}};
   }
-  if (directory.empty()) throw Failure(failure::kPathNotFound, "There is no DIRECTORY to take the file \"" + name + "\" from");
+  if (directory.empty())
+    throw Failure(failure::kPathNotFound, "There is no DIRECTORY to take the file \"" + name + "\" from");
   const auto path = PathIn(directory, name);
   return {DepositFile(core, name, path, before), path};
 }
@@ -47,16 +48,33 @@ void SetDeposit(ObjectData& object, const std::optional<Deposit>& deposit) {
   Set(object, attribute::kDirectory, DirectoryOf(deposit->id));
   Set(object, attribute::kVaultObjectId, std::int64_t{kStoreId});
   Set(object, attribute::kFileId, deposit->id);
-  if (object.Text(attribute::kCadFileName).empty()) Set(object, attribute::kCadFileName, object.Text(attribute::kFileName));
+  if (object.Text(attribute::kCadFileName).empty())
+    Set(object, attribute::kCadFileName, object.Text(attribute::kFileName));
+}
+
+bool IsTaken(const ObjectData& object, const std::string& identity) {
+  return IntegerOf(object.TheCore().Data().QueryOne(
+             ColumnType::kInteger, "SELECT COUNT(*) FROM vd_object WHERE class_id = ? AND identity = ?",
+             {std::int64_t{object.Info().id}, identity})) != 0;
+}
+
+// Somebody may have given by hand what the sequence comes to now.
+void DrawIdentity(ObjectData& object) {
+  std::string identity;
+  do {
+    identity = NextMaskValue(object.TheCore(), object.Info(), attribute::kIdentity);
+  } while (IsTaken(object, identity));
+  Set(object, attribute::kIdentity, identity);
 }
 
 void FillMasks(ObjectData& object) {
-  auto& core = object.TheCore();
-  if (object.Text(attribute::kIdentity).empty()) {
-    Set(object, attribute::kIdentity, NextMaskValue(core, object.Info(), attribute::kIdentity));
+  if (const auto given = object.Text(attribute::kIdentity); given.empty()) {
+    DrawIdentity(object);
+  } else if (IsTaken(object, given)) {
+    throw Failure(failure::kInvalidCall, "There is an object " + object.Info().name + " \"" + given + "\" already");
   }
   if (object.Text(attribute::kRevision).empty()) {
-    Set(object, attribute::kRevision, FirstMaskRevision(core, object.Info(), attribute::kRevision));
+    Set(object, attribute::kRevision, FirstMaskRevision(object.Info(), attribute::kRevision));
   }
 }
 
@@ -75,35 +93,10 @@ void InsertRow(const ObjectData& object, const std::string& identity, const std:
   auto& database = object.TheCore().Data();
   const std::int64_t user = object.TheCore().UserId();
   const bool versioned = object.Info().IsVersioned();
-  if (versioned && IntegerOf(database.QueryOne(ColumnType::kInteger,
-                                               "SELECT COUNT(*) FROM vd_object WHERE class_id = ? AND identity = ?",
-                                               {std::int64_t{object.Info().id}, identity})) != 0) {
-    throw Failure(failure::kInvalidCall, "There is an object " + object.Info().name + " \"" + identity + "\" already");
-  }
   database.Execute(
       "INSERT INTO vd_object (object_id, class_id, identity, version, owner_id, deposit_id) VALUES (?, ?, ?, 1, ?, ?)",
-      {std::int64_t{object.Id()}, std::int64_t{object.Info().id}, TextOrNull(identity), versioned ? SqlValue(user) : SqlValue(),
-       deposit ? SqlValue(deposit->id) : SqlValue()});
-}
-
-void InsertNow(ObjectData& object) {
-  auto& core = object.TheCore();
-  const bool versioned = object.Info().IsVersioned();
-  Taken taken;
-  if (versioned) {
-    FillMasks(object);
-    taken = TakeFile(object, std::nullopt);
-    SetDeposit(object, taken.deposit);
-  }
-  object.SetId(NextNumber(core.Data(), sequence::kObject));
-  Set(object, attribute::kObjectId, std::int64_t{object.Id()});
-  Set(object, attribute::kState, std::int64_t{state::kNew});
-  Stamp(object, true);
-  InsertRow(object, versioned ? object.Text(attribute::kIdentity) : std::string(), taken.deposit);
-  std::vector<SqlValue> values;
-  for (std::size_t place = 0; place < object.Info().attributes.size(); ++place) values.push_back(object.Value(place));
-  InsertValues(core.Data(), object.Info(), values);
-  if (!taken.path.empty()) NoteTaken(core, taken.path, object.Id(), taken.deposit->id);
+      {std::int64_t{object.Id()}, std::int64_t{object.Info().id}, TextOrNull(identity),
+       versioned ? SqlValue(user) : SqlValue(), deposit ? SqlValue(deposit->id) : SqlValue()});
 }
 
 bool ChangesFile(const ObjectData& object) {
@@ -125,7 +118,8 @@ void UpdateNow(ObjectData& object) {
   SetDeposit(object, taken.deposit);
   Stamp(object, false);
   if (taken.deposit) {
-    for (const auto* name : {attribute::kDirectory, attribute::kVaultObjectId, attribute::kFileId, attribute::kCadFileName}) {
+    for (const auto* name :
+         {attribute::kDirectory, attribute::kVaultObjectId, attribute::kFileId, attribute::kCadFileName}) {
       values[name] = object.Value(object.Info().PlaceOf(name));
     }
     core.Data().Execute("UPDATE vd_object SET deposit_id = ? WHERE object_id = ?",
@@ -138,14 +132,16 @@ void UpdateNow(ObjectData& object) {
 int StoredState(Core& core, const ClassInfo& info, std::int32_t id) {
   if (!info.IsVersioned()) return state::kNew;
   return static_cast<int>(IntegerOf(core.Data().QueryOne(
-      ColumnType::kInteger, "SELECT \"STATE\" FROM " + Quoted(info.table) + " WHERE \"OBJECT_ID\" = ?", {std::int64_t{id}})));
+      ColumnType::kInteger, "SELECT \"STATE\" FROM " + Quoted(info.table) + " WHERE \"OBJECT_ID\" = ?",
+      {std::int64_t{id}})));
 }
 
 }  // namespace
 
 std::optional<ObjectRow> FindRow(Database& database, std::int32_t id) {
-  const auto rows = database.Query("itiii", "SELECT class_id, identity, version, owner_id, deposit_id FROM vd_object WHERE object_id = ?",
-                                   {std::int64_t{id}});
+  const auto rows = database.Query(
+      "itiii", "SELECT class_id, identity, version, owner_id, deposit_id FROM vd_object WHERE object_id = ?",
+      {std::int64_t{id}});
   if (rows.empty()) return std::nullopt;
   const auto& row = rows.front();
   return ObjectRow{static_cast<std::int16_t>(IntegerOf(row[0])), TextOf(row[1]), IntegerOf(row[2]),
@@ -189,8 +185,28 @@ void RequireChangeable(const ObjectData& object) {
   RequireChangeable(object.TheCore(), object.Info(), object.Id());
 }
 
-void Insert(ObjectData& object) {
+void InsertNow(ObjectData& object) {
   if (object.Info().IsLink()) throw Failure(failure::kInvalidCall, "Links are added with AddLink");
+  auto& core = object.TheCore();
+  const bool versioned = object.Info().IsVersioned();
+  Taken taken;
+  if (versioned) {
+    FillMasks(object);
+    taken = TakeFile(object, std::nullopt);
+    SetDeposit(object, taken.deposit);
+  }
+  object.SetId(NextNumber(core.Data(), sequence::kObject));
+  Set(object, attribute::kObjectId, std::int64_t{object.Id()});
+  Set(object, attribute::kState, std::int64_t{state::kNew});
+  Stamp(object, true);
+  InsertRow(object, versioned ? object.Text(attribute::kIdentity) : std::string(), taken.deposit);
+  std::vector<SqlValue> values;
+  for (std::size_t place = 0; place < object.Info().attributes.size(); ++place) values.push_back(object.Value(place));
+  InsertValues(core.Data(), object.Info(), values);
+  if (!taken.path.empty()) NoteTaken(core, taken.path, object.Id(), taken.deposit->id);
+}
+
+void Insert(ObjectData& object) {
   if (object.Id() != 0) {
     throw Failure(failure::kInvalidCall, Described(object.Info(), object.Id()) + " is in the vault already");
   }
@@ -215,7 +231,8 @@ void TakeContent(const ObjectData& object, const std::string& path) {
   auto name = values.Text(attribute::kFileName);
   if (name.empty()) name = FileNameOf(path);
   const auto deposit = DepositFile(core, name, path, DepositOf(object));
-  core.Data().Execute("UPDATE vd_object SET deposit_id = ? WHERE object_id = ?", {deposit.id, std::int64_t{object.Id()}});
+  core.Data().Execute("UPDATE vd_object SET deposit_id = ? WHERE object_id = ?",
+                      {deposit.id, std::int64_t{object.Id()}});
   AttributeValues changed = {{attribute::kFileName, name},
                              {attribute::kDirectory, DirectoryOf(deposit.id)},
                              {attribute::kVaultObjectId, std::int64_t{kStoreId}},
@@ -245,7 +262,8 @@ void SetValues(const ObjectData& object, const AttributeValues& values) {
   }
   if (list.empty()) return;
   bound.emplace_back(std::int64_t{object.Id()});
-  object.TheCore().Data().Execute("UPDATE " + Quoted(object.Info().table) + " SET " + list + " WHERE \"OBJECT_ID\" = ?", bound);
+  object.TheCore().Data().Execute("UPDATE " + Quoted(object.Info().table) + " SET " + list + " WHERE \"OBJECT_ID\" = ?",
+                                  bound);
 }
 
 void RefreshKept(ObjectData& object) {

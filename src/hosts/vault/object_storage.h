@@ -18,7 +18,7 @@ struct ObjectRow {
   std::int16_t classId = 0;
   std::string identity;
   std::int64_t version = 0;
-  std::int32_t owner = 0;     ///< who may change it; 0 is nobody in particular
+  std::int32_t owner = 0;    ///< who may change it; 0 is nobody in particular
   std::int64_t deposit = 0;  ///< 0 without a file
 };
 
@@ -38,6 +38,8 @@ void RequireChangeable(Core& core, const ClassInfo& info, std::int32_t id);
 
 /// Stores a new object, its masks and file included, in a transaction of its own.
 void Insert(ObjectData& object);
+/// The same in the transaction that is under way; `object` is of no use after a failure.
+void InsertNow(ObjectData& object);
 /// Stores the changed attributes, a new file included, in a transaction of its own.
 void Update(ObjectData& object);
 /// Makes the file at `path` the object's content, without asking for its state; in a transaction.
@@ -51,9 +53,10 @@ void SetValues(const ObjectData& object, const AttributeValues& values);
 /// Reads again the attributes that the vault itself keeps.
 void RefreshKept(ObjectData& object);
 
-/// The next value of a class's mask as text; fails for an attribute without one.
+/// The next value of a class's mask as text, in a transaction; fails for an attribute without a
+/// sequence.
 std::string NextMaskValue(Core& core, const ClassInfo& info, const std::string& attribute);
-std::string FirstMaskRevision(Core& core, const ClassInfo& info, const std::string& attribute);
-bool HasMask(Core& core, const ClassInfo& info, const std::string& attribute);
+/// The revision to begin with; fails for an attribute that is none.
+std::string FirstMaskRevision(const ClassInfo& info, const std::string& attribute);
 
 }  // namespace quintara::vault

@@ -23,11 +23,13 @@ class MaskObject final : public Served<"VdMask", veldora::VdMask> {
 
   std::string NextValue() override {
     Pass<"NextValue">([&] { return attribute_; });
-    return NextMaskValue(*core_, *class_, attribute_);
+    std::string value;
+    core_->InTransaction([&] { value = NextMaskValue(*core_, *class_, attribute_); });
+    return value;
   }
   std::string FirstRevision() override {
     Pass<"FirstRevision">([&] { return attribute_; });
-    return FirstMaskRevision(*core_, *class_, attribute_);
+    return FirstMaskRevision(*class_, attribute_);
   }
 
  private:
@@ -44,14 +46,15 @@ class MasksObject final : public Served<"VdMasks", veldora::VdMasks> {
     if (!attribute) throw Failure(failure::kObjectNotSet);
     const auto own = std::dynamic_pointer_cast<AttributeObject>(attribute.Shared());
     if (!own) throw Failure(failure::kTypeMismatch, "Type mismatch: the attribute belongs to another vault");
-    if (!HasMask(*core_, own->OfClass(), own->Info().name)) return nullptr;
+    if (!own->OfClass().masks.contains(own->Info().name)) return nullptr;
     return MakeRef<MaskObject>(core_, own->OfClass(), own->Info().name);
   }
 };
 
 bool IsStored(Core& core, const ClassInfo& info, std::int32_t id) {
   const std::string table = info.IsLink() ? "vd_link" : "vd_object";
-  const std::string columns = info.IsLink() ? "\"OBJECT_ID\" = ? AND \"CLASS_ID\" = ?" : "object_id = ? AND class_id = ?";
+  const std::string columns =
+      info.IsLink() ? "\"OBJECT_ID\" = ? AND \"CLASS_ID\" = ?" : "object_id = ? AND class_id = ?";
   return IntegerOf(core.Data().QueryOne(ColumnType::kInteger, "SELECT COUNT(*) FROM " + table + " WHERE " + columns,
                                         {std::int64_t{id}, std::int64_t{info.id}})) != 0;
 }
@@ -86,17 +89,19 @@ Ref<veldora::VdObject> ObjectStoreObject::ObjectFromRecord(const Ref<veldora::Vd
   const auto objectId = record->ValueAsInteger(attribute::kObjectId);
   data = StoredObject(classId, objectId);
   if (data) return MakeRef<VaultObject>(data);
-  throw Failure(failure::kInvalidCall,
-                "The vault has no object " + std::to_string(classId) + ":" + std::to_string(objectId) + ", which a record names");
+  throw Failure(failure::kInvalidCall, "The vault has no object " + std::to_string(classId) + ":" +
+                                           std::to_string(objectId) + ", which a record names");
 }
 
-Ref<veldora::VdObject> ObjectStoreObject::LinkObject(std::int16_t linkClassId, std::int16_t firstClassId, std::int32_t firstObjectId,
-                                                     std::int16_t secondClassId, std::int32_t secondObjectId) {
+Ref<veldora::VdObject> ObjectStoreObject::LinkObject(std::int16_t linkClassId, std::int16_t firstClassId,
+                                                     std::int32_t firstObjectId, std::int16_t secondClassId,
+                                                     std::int32_t secondObjectId) {
   Pass<"LinkObject">([&] {
     return std::to_string(linkClassId) + ", " + std::to_string(firstObjectId) + ", " + std::to_string(secondObjectId);
   });
   const auto& linkClass = core_->TheSchema().ClassById(linkClassId);
-  if (!linkClass.IsLink()) throw Failure(failure::kInvalidCall, "The class \"" + linkClass.name + "\" is no class of links");
+  if (!linkClass.IsLink())
+    throw Failure(failure::kInvalidCall, "The class \"" + linkClass.name + "\" is no class of links");
   if (!StoredObject(firstClassId, firstObjectId) || !StoredObject(secondClassId, secondObjectId)) return nullptr;
   const auto link = FindLink(core_->Data(), linkClassId, firstObjectId, secondObjectId);
   return link ? ObjectOf(ObjectData(core_, linkClass, *link)) : Ref<veldora::VdObject>();

@@ -11,7 +11,8 @@ namespace {
 
 class FromObject final : public Served<"VdQueryFrom", veldora::VdQueryFrom> {
  public:
-  FromObject(std::shared_ptr<Core> core, std::shared_ptr<QueryPlan> plan) : Served(std::move(core)), plan_(std::move(plan)) {}
+  FromObject(std::shared_ptr<Core> core, std::shared_ptr<QueryPlan> plan)
+      : Served(std::move(core)), plan_(std::move(plan)) {}
 
   void Add(std::int16_t classId, const std::string& alias) override {
     Pass<"Add">([&] { return std::to_string(classId) + ", " + alias; });
@@ -24,7 +25,8 @@ class FromObject final : public Served<"VdQueryFrom", veldora::VdQueryFrom> {
 
 class SelectObject final : public Served<"VdQuerySelect", veldora::VdQuerySelect> {
  public:
-  SelectObject(std::shared_ptr<Core> core, std::shared_ptr<QueryPlan> plan) : Served(std::move(core)), plan_(std::move(plan)) {}
+  SelectObject(std::shared_ptr<Core> core, std::shared_ptr<QueryPlan> plan)
+      : Served(std::move(core)), plan_(std::move(plan)) {}
 
   void Add(const std::string& attribute, const std::string& alias, bool /*flag*/) override {
     Pass<"Add">([&] { return attribute + ", " + alias; });
@@ -37,10 +39,11 @@ class SelectObject final : public Served<"VdQuerySelect", veldora::VdQuerySelect
 
 class WhereObject final : public Served<"VdQueryWhere", veldora::VdQueryWhere> {
  public:
-  WhereObject(std::shared_ptr<Core> core, std::shared_ptr<QueryPlan> plan) : Served(std::move(core)), plan_(std::move(plan)) {}
+  WhereObject(std::shared_ptr<Core> core, std::shared_ptr<QueryPlan> plan)
+      : Served(std::move(core)), plan_(std::move(plan)) {}
 
-  void Add(const std::string& connective, const std::string& attribute, const std::string& comparison, const Variant& value,
-           int /*flag*/, const std::string& alias) override {
+  void Add(const std::string& connective, const std::string& attribute, const std::string& comparison,
+           const Variant& value, int /*flag*/, const std::string& alias) override {
     Pass<"Add">([&] { return attribute + ", " + value.ToText() + ", " + alias; });
     if (!connective.empty() || comparison != "=") {
       throw Failure(failure::kInvalidCall, "A query's conditions all hold together, and each asks for equality");
@@ -89,7 +92,8 @@ Ref<veldora::VdQueryDefinition> QueryObject::Definition() {
 
 void QueryObject::RunLinkQuery() {
   Pass<"RunLinkQuery">();
-  if (definition_->Plan().from.size() == 1) throw Failure(failure::kInvalidCall, "A link query joins F and S through L");
+  if (definition_->Plan().from.size() == 1)
+    throw Failure(failure::kInvalidCall, "A link query joins F and S through L");
   result_ = RunQuery(core_, definition_->Plan());
 }
 

@@ -63,7 +63,8 @@ void AddSources(Statement& statement, const Sources& sources) {
   const auto table = [](const auto& source) { return Quoted(source.second->table) + " AS " + Quoted(source.first); };
   statement.sources = " FROM " + table(sources[0]);
   if (sources.size() == 1) return;
-  statement.sources += " JOIN " + table(sources[1]) + " ON \"L\".from_object = \"F\".\"OBJECT_ID\" AND \"L\".\"CLASS_ID\" = ? JOIN " +
+  statement.sources += " JOIN " + table(sources[1]) +
+                       " ON \"L\".from_object = \"F\".\"OBJECT_ID\" AND \"L\".\"CLASS_ID\" = ? JOIN " +
                        table(sources[2]) + " ON \"S\".\"OBJECT_ID\" = \"L\".to_object";
   statement.joinValues.emplace_back(std::int64_t{sources[1].second->id});
 }
@@ -85,7 +86,8 @@ std::string Pattern(const Database& database, const std::string& value) {
   return pattern;
 }
 
-void AddTextCondition(Statement& statement, const Database& database, const std::string& column, bool isInteger, const std::string& value) {
+void AddTextCondition(Statement& statement, const Database& database, const std::string& column, bool isInteger,
+                      const std::string& value) {
   if (value.find('*') != value.npos) {
     const auto text = isInteger ? "CAST(" + column + " AS TEXT)" : column;
     // Case counts in both.
@@ -99,7 +101,8 @@ void AddTextCondition(Statement& statement, const Database& database, const std:
   }
 }
 
-void AddCondition(Statement& statement, const Database& database, const Sources& sources, const QueryPlan::Condition& condition) {
+void AddCondition(Statement& statement, const Database& database, const Sources& sources,
+                  const QueryPlan::Condition& condition) {
   const auto& [alias, info] = SourceOf(sources, condition.alias);
   const auto& attribute = info->attributes[info->PlaceOf(condition.attribute)];
   const auto column = Column(alias, attribute.name);
@@ -142,8 +145,8 @@ std::string Order(const Sources& sources) {
   return " ORDER BY \"S\".\"OBJECT_ID\", \"F\".\"OBJECT_ID\"";
 }
 
-std::shared_ptr<TableRow> RowOf(const std::shared_ptr<Core>& core, const Sources& sources, const std::vector<Place>& places,
-                                SqlRow& values) {
+std::shared_ptr<TableRow> RowOf(const std::shared_ptr<Core>& core, const Sources& sources,
+                                const std::vector<Place>& places, SqlRow& values) {
   auto row = std::make_shared<TableRow>();
   for (std::size_t source = 0; source < sources.size(); ++source) {
     const auto& [alias, info] = sources[source];
@@ -183,10 +186,12 @@ std::shared_ptr<Table> RunQuery(const std::shared_ptr<Core>& core, const QueryPl
     const auto& [alias, info] = sources[place.source];
     const auto& attribute = info->attributes[place.attribute];
     table->columns.push_back({alias + "." + attribute.name,
-                              attribute.isInteger ? veldora::column_type::kInteger : veldora::column_type::kText, attribute.size});
+                              attribute.isInteger ? veldora::column_type::kInteger : veldora::column_type::kText,
+                              attribute.size});
   }
   const auto sql = "SELECT " + statement.columns + statement.sources + statement.conditions + Order(sources);
-  for (auto& row : core->Data().Query(statement.types, sql, values)) table->rows.push_back(RowOf(core, sources, places, row));
+  for (auto& row : core->Data().Query(statement.types, sql, values))
+    table->rows.push_back(RowOf(core, sources, places, row));
   return table;
 }
 

@@ -34,7 +34,8 @@ void RecListObject::AddField(const std::string& name, int typeCode, int size) {
   if (typeCode != veldora::column_type::kInteger && typeCode != veldora::column_type::kText) {
     throw Failure(failure::kInvalidCall, "There is no type of columns " + std::to_string(typeCode));
   }
-  if (name.empty() || table_->Find(name)) throw Failure(failure::kInvalidCall, "The table has a column \"" + name + "\" already");
+  if (name.empty() || table_->Find(name))
+    throw Failure(failure::kInvalidCall, "The table has a column \"" + name + "\" already");
   table_->columns.push_back({name, typeCode, size});
   for (auto& row : table_->rows) row->cells.emplace_back();
 }

@@ -31,7 +31,8 @@ std::pair<std::shared_ptr<ObjectData>, std::string> MeantBy(const TableRow& row,
 
 }  // namespace
 
-ColumnObject::ColumnObject(std::shared_ptr<Core> core, ColumnInfo info) : Served(std::move(core)), info_(std::move(info)) {}
+ColumnObject::ColumnObject(std::shared_ptr<Core> core, ColumnInfo info)
+    : Served(std::move(core)), info_(std::move(info)) {}
 
 std::string ColumnObject::Name() {
   Pass<"Name">();
@@ -69,12 +70,15 @@ bool ColumnsObject::Contains(const std::string& name) {
 std::vector<ColumnInfo> ColumnsOf(const ClassInfo& info) {
   std::vector<ColumnInfo> columns;
   for (const auto& attribute : info.attributes) {
-    columns.push_back({attribute.name, attribute.isInteger ? veldora::column_type::kInteger : veldora::column_type::kText, attribute.size});
+    columns.push_back({attribute.name,
+                       attribute.isInteger ? veldora::column_type::kInteger : veldora::column_type::kText,
+                       attribute.size});
   }
   return columns;
 }
 
-ObjectRecord::ObjectRecord(std::shared_ptr<ObjectData> object) : Served(object->SharedCore()), object_(std::move(object)) {}
+ObjectRecord::ObjectRecord(std::shared_ptr<ObjectData> object)
+    : Served(object->SharedCore()), object_(std::move(object)) {}
 
 Variant ObjectRecord::Value(const std::string& attribute) {
   Pass<"Value">([&] { return attribute; });

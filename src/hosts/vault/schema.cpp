@@ -12,17 +12,20 @@ std::optional<std::size_t> ClassInfo::Find(std::string_view attribute) const {
 
 std::size_t ClassInfo::PlaceOf(std::string_view attribute) const {
   if (const auto place = Find(attribute)) return *place;
-  throw Failure(failure::kInvalidCall, "The class \"" + name + "\" has no attribute \"" + std::string(attribute) + "\"");
+  throw Failure(failure::kInvalidCall,
+                "The class \"" + name + "\" has no attribute \"" + std::string(attribute) + "\"");
 }
 
 Schema::Schema(Database& database) {
-  for (const auto& row : database.Query("itti", "SELECT class_id, name, table_name, kind FROM vd_class ORDER BY class_id")) {
+  for (const auto& row :
+       database.Query("itti", "SELECT class_id, name, table_name, kind FROM vd_class ORDER BY class_id")) {
     auto info = std::make_unique<ClassInfo>();
     info->id = static_cast<std::int16_t>(IntegerOf(row[0]));
     info->name = TextOf(row[1]);
     info->table = TextOf(row[2]);
     info->kind = static_cast<ClassKind>(IntegerOf(row[3]));
     ReadAttributes(database, *info);
+    ReadMasks(database, *info);
     byId_[info->id] = info.get();
     byName_[info->name] = info.get();
     if (info->kind == ClassKind::kStructureLink) structureLink_ = info.get();
@@ -40,7 +43,17 @@ void Schema::ReadAttributes(Database& database, ClassInfo& info) {
       {std::int64_t{info.id}});
   for (const auto& row : rows) {
     info.places_[TextOf(row[0])] = info.attributes.size();
-    info.attributes.push_back({TextOf(row[0]), IntegerOf(row[1]) != 0, static_cast<int>(IntegerOf(row[2])), IntegerOf(row[3]) != 0});
+    info.attributes.push_back(
+        {TextOf(row[0]), IntegerOf(row[1]) != 0, static_cast<int>(IntegerOf(row[2])), IntegerOf(row[3]) != 0});
+  }
+}
+
+void Schema::ReadMasks(Database& database, ClassInfo& info) {
+  const auto rows =
+      database.Query("ttit", "SELECT attribute, sequence_name, width, first_revision FROM vd_mask WHERE class_id = ?",
+                     {std::int64_t{info.id}});
+  for (const auto& row : rows) {
+    info.masks[TextOf(row[0])] = {TextOf(row[1]), static_cast<int>(IntegerOf(row[2])), TextOf(row[3])};
   }
 }
 

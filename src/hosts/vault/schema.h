@@ -42,6 +42,13 @@ struct AttributeInfo {
   bool isKey = false;
 };
 
+/// How the values of an attribute are numbered.
+struct MaskInfo {
+  std::string sequence;  ///< empty for one that has none
+  int width = 0;         ///< least number of digits
+  std::string firstRevision;
+};
+
 /// Objects of a versioned class have revisions, a life cycle and files; those of a plain one are
 /// rows, as settings are; those of a link class join two others, and those of the structure link join
 /// a product and its component.
@@ -53,6 +60,7 @@ struct ClassInfo {
   std::string table;  ///< where its objects stand
   ClassKind kind = ClassKind::kPlain;
   std::vector<AttributeInfo> attributes;
+  std::map<std::string, MaskInfo> masks;  ///< by attribute
 
   std::optional<std::size_t> Find(std::string_view attribute) const;
   /// Fails, naming class and attribute, for one that the class hasn't.
@@ -84,7 +92,8 @@ class Schema {
   const std::vector<std::unique_ptr<ClassInfo>>& Classes() const { return classes_; }
 
  private:
-  void ReadAttributes(Database& database, ClassInfo& info);
+  static void ReadAttributes(Database& database, ClassInfo& info);
+  static void ReadMasks(Database& database, ClassInfo& info);
 
   std::vector<std::unique_ptr<ClassInfo>> classes_;
   std::unordered_map<int, const ClassInfo*> byId_;

@@ -48,14 +48,19 @@ NewClass VersionedClass(const std::string& name, const std::string& table) {
   attributes.push_back({attribute::kIdentity, false, kIdentityWidth});
   attributes.push_back({kPartNumberAttribute, false, 255, true});
   attributes.push_back({attribute::kRevision, false, 8, true});
-  for (const auto* text : {attribute::kDescription, attribute::kFileName, attribute::kDirectory, attribute::kCadFileName}) {
+  for (const auto* text :
+       {attribute::kDescription, attribute::kFileName, attribute::kDirectory, attribute::kCadFileName}) {
     attributes.push_back({text, false, 255});
   }
   for (const auto* number : {attribute::kFileType, attribute::kVaultObjectId, attribute::kFileId}) {
     attributes.push_back({number, true, 4});
   }
   AddWhoAndWhen(attributes);
-  return {name, table, ClassKind::kVersioned, attributes, {kPartNumberAttribute, attribute::kIdentity, attribute::kDescription}};
+  return {name,
+          table,
+          ClassKind::kVersioned,
+          attributes,
+          {kPartNumberAttribute, attribute::kIdentity, attribute::kDescription}};
 }
 
 NewClass SettingClass(const std::string& name, const std::string& table, const SettingsColumns& columns, bool ofUsers) {
@@ -71,7 +76,11 @@ NewClass SettingClass(const std::string& name, const std::string& table, const S
 }
 
 NewClass LinkClass(const std::string& name, ClassKind kind) {
-  return {name, "vd_link", kind, {{attribute::kObjectId, true, 4}, {attribute::kClassId, true, 4}, {attribute::kQuantity, true, 4}}, {}};
+  return {name,
+          "vd_link",
+          kind,
+          {{attribute::kObjectId, true, 4}, {attribute::kClassId, true, 4}, {attribute::kQuantity, true, 4}},
+          {}};
 }
 
 NewClass FileTypeClass() {
@@ -104,12 +113,14 @@ void MakeTable(Database& database, const NewClass& made) {
   }
   database.ExecuteOnce("CREATE TABLE " + Quoted(made.table) + " (" + columns + ")");
   for (const auto& name : made.indexed) {
-    database.ExecuteOnce("CREATE INDEX " + Quoted(made.table + "_" + name) + " ON " + Quoted(made.table) + " (" + Quoted(name) + ")");
+    database.ExecuteOnce("CREATE INDEX " + Quoted(made.table + "_" + name) + " ON " + Quoted(made.table) + " (" +
+                         Quoted(name) + ")");
   }
 }
 
 void AddMasks(Database& database, std::int64_t classId, const NewClass& made, const VaultPlan& plan) {
-  const std::string insert = "INSERT INTO vd_mask (class_id, attribute, sequence_name, width, first_revision) VALUES (?, ?, ?, ?, ?)";
+  const std::string insert =
+      "INSERT INTO vd_mask (class_id, attribute, sequence_name, width, first_revision) VALUES (?, ?, ?, ?, ?)";
   const std::int64_t width = kIdentityWidth;
   if (made.kind == ClassKind::kVersioned) {
     database.Execute(insert, {classId, attribute::kIdentity, sequence::kIdentity, width, SqlValue()});
@@ -124,8 +135,9 @@ void AddClass(Database& database, std::int64_t classId, const NewClass& made, co
                    {classId, made.name, made.table, static_cast<std::int64_t>(made.kind)});
   std::int64_t place = 0;
   for (const auto& one : made.attributes) {
-    database.Execute("INSERT INTO vd_attribute (class_id, place, name, is_integer, size, is_key) VALUES (?, ?, ?, ?, ?, ?)",
-                     {classId, place++, one.name, std::int64_t{one.isInteger}, std::int64_t{one.size}, std::int64_t{one.isKey}});
+    database.Execute(
+        "INSERT INTO vd_attribute (class_id, place, name, is_integer, size, is_key) VALUES (?, ?, ?, ?, ?, ?)",
+        {classId, place++, one.name, std::int64_t{one.isInteger}, std::int64_t{one.size}, std::int64_t{one.isKey}});
   }
   if (made.kind == ClassKind::kPlain || made.kind == ClassKind::kVersioned) MakeTable(database, made);
   AddMasks(database, classId, made, plan);
@@ -133,7 +145,8 @@ void AddClass(Database& database, std::int64_t classId, const NewClass& made, co
 
 void AddRow(Database& database, const ClassInfo& info, const std::map<std::string, std::string>& texts) {
   const std::int64_t id = NextNumber(database, sequence::kObject);
-  database.Execute("INSERT INTO vd_object (object_id, class_id, version) VALUES (?, ?, 1)", {id, std::int64_t{info.id}});
+  database.Execute("INSERT INTO vd_object (object_id, class_id, version) VALUES (?, ?, 1)",
+                   {id, std::int64_t{info.id}});
   std::vector<SqlValue> values;
   std::string marks;
   for (const auto& one : info.attributes) {
@@ -177,7 +190,8 @@ void AddOperations(Database& database) {
 }  // namespace
 
 void SetUpSchema(Database& database, const VaultPlan& plan) {
-  for (const auto* name : {sequence::kObject, sequence::kLink, sequence::kDeposit, sequence::kUser, sequence::kIdentity, sequence::kSetting}) {
+  for (const auto* name : {sequence::kObject, sequence::kLink, sequence::kDeposit, sequence::kUser, sequence::kIdentity,
+                           sequence::kSetting}) {
     database.Execute("INSERT INTO vd_sequence (name, next_value) VALUES (?, 1)", {name});
   }
   std::int64_t classId = 0;

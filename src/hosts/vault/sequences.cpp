@@ -27,9 +27,9 @@ bool IsMadeOf(const std::string& text, char first, char last) {
 }  // namespace
 
 std::int32_t NextNumber(Database& database, const std::string& sequence) {
-  database.Execute("UPDATE vd_sequence SET next_value = next_value + 1 WHERE name = ?", {sequence});
-  const auto next =
-      IntegerOf(database.QueryOne(ColumnType::kInteger, "SELECT next_value FROM vd_sequence WHERE name = ?", {sequence}));
+  const auto next = IntegerOf(database.QueryOne(
+      ColumnType::kInteger, "UPDATE vd_sequence SET next_value = next_value + 1 WHERE name = ? RETURNING next_value",
+      {sequence}));
   if (next == 0) throw Failure(failure::kInternal, "The vault has no sequence \"" + sequence + "\"");
   if (next > std::numeric_limits<std::int32_t>::max()) {
     throw Failure(failure::kOverflow, "The sequence \"" + sequence + "\" is used up");

@@ -17,7 +17,8 @@ constexpr int kNoSuchFile = 1;
 constexpr auto kCurrentKey = "WORK";
 
 void RequireNoRecord(const Ref<veldora::VdRecord>& record) {
-  if (record) throw Failure(failure::kInvalidCall, "A life-cycle operation takes no record: store the attributes first");
+  if (record)
+    throw Failure(failure::kInvalidCall, "A life-cycle operation takes no record: store the attributes first");
 }
 
 std::string OperationNameOf(const Core& core, const Ref<veldora::VdOperation>& operation) {
@@ -55,48 +56,53 @@ class ConfigProviderObject final : public Served<"VdConfigProvider", veldora::Vd
 
   Variant Value(const std::string& uri, const std::string& key) override {
     Pass<"Value">([&] { return uri + ", " + key; });
-    if (uri != "veldora://" + AliasOf(*core_)) throw Failure(failure::kInvalidCall, "Nothing is known under \"" + uri + "\"");
+    if (uri != "veldora://" + AliasOf(*core_))
+      throw Failure(failure::kInvalidCall, "Nothing is known under \"" + uri + "\"");
     return core_->ConfigValue(key);
   }
 };
 
 }  // namespace
 
-bool SessionUtilObject::CanPerform(const Ref<veldora::VdObject>& object, const Ref<veldora::VdOperation>& operation, int /*flag*/) {
+bool SessionUtilObject::CanPerform(const Ref<veldora::VdObject>& object, const Ref<veldora::VdOperation>& operation,
+                                   int /*flag*/) {
   Pass<"CanPerform">();
   return vault::CanPerform(*DataOf(object), OperationNameOf(*core_, operation));
 }
 
-Ref<veldora::VdObject> SessionUtilObject::CheckOut(const Ref<veldora::VdObject>& object, const Ref<veldora::VdRecord>& record,
-                                                   bool /*invokeScripts*/) {
+Ref<veldora::VdObject> SessionUtilObject::CheckOut(const Ref<veldora::VdObject>& object,
+                                                   const Ref<veldora::VdRecord>& record, bool /*invokeScripts*/) {
   Pass<"CheckOut">();
   RequireNoRecord(record);
   vault::CheckOut(*DataOf(object));
   return ObjectOf(*DataOf(object));
 }
 
-int SessionUtilObject::CheckIn(const Ref<veldora::VdObject>& object, const Ref<veldora::VdRecord>& record, bool /*invokeScripts*/) {
+int SessionUtilObject::CheckIn(const Ref<veldora::VdObject>& object, const Ref<veldora::VdRecord>& record,
+                               bool /*invokeScripts*/) {
   Pass<"CheckIn">();
   RequireNoRecord(record);
   vault::CheckIn(*DataOf(object));
   return kDone;
 }
 
-int SessionUtilObject::Release(const Ref<veldora::VdObject>& object, const Ref<veldora::VdRecord>& record, bool /*invokeScripts*/) {
+int SessionUtilObject::Release(const Ref<veldora::VdObject>& object, const Ref<veldora::VdRecord>& record,
+                               bool /*invokeScripts*/) {
   Pass<"Release">();
   RequireNoRecord(record);
   vault::Release(*DataOf(object));
   return kDone;
 }
 
-Ref<veldora::VdObject> SessionUtilObject::NewRelease(const Ref<veldora::VdObject>& object, const Ref<veldora::VdRecord>& record,
-                                                     bool /*invokeScripts*/) {
+Ref<veldora::VdObject> SessionUtilObject::NewRelease(const Ref<veldora::VdObject>& object,
+                                                     const Ref<veldora::VdRecord>& record, bool /*invokeScripts*/) {
   Pass<"NewRelease">();
   RequireNoRecord(record);
   return ObjectOf(vault::NewRelease(*DataOf(object), false));
 }
 
-int SessionUtilObject::Obsolete(const Ref<veldora::VdObject>& object, const Ref<veldora::VdRecord>& record, bool /*invokeScripts*/) {
+int SessionUtilObject::Obsolete(const Ref<veldora::VdObject>& object, const Ref<veldora::VdRecord>& record,
+                                bool /*invokeScripts*/) {
   Pass<"Obsolete">();
   RequireNoRecord(record);
   MakeObsolete(*DataOf(object));
@@ -113,17 +119,20 @@ void SessionUtilObject::Run(const std::shared_ptr<ObjectData>& data, const std::
   throw Failure(failure::kInvalidCall, "The operation \"" + name + "\" can't be run");
 }
 
-void SessionUtilObject::RunOperation(const Ref<veldora::VdObject>& object, const Ref<veldora::VdOperation>& operation, bool /*flag*/,
-                                     const Ref<veldora::VdRecList>& /*rows*/, const Ref<veldora::VdRecList>& parameters) {
+void SessionUtilObject::RunOperation(const Ref<veldora::VdObject>& object, const Ref<veldora::VdOperation>& operation,
+                                     bool /*flag*/, const Ref<veldora::VdRecList>& /*rows*/,
+                                     const Ref<veldora::VdRecList>& parameters) {
   Pass<"RunOperation">([&] { return OperationNameOf(*core_, operation); });
-  if (parameters && parameters->RecordCount() > 0 && parameters->ValueAsInteger("OPERATION_ID") != operation->OperationId()) {
+  if (parameters && parameters->RecordCount() > 0 &&
+      parameters->ValueAsInteger("OPERATION_ID") != operation->OperationId()) {
     throw Failure(failure::kInvalidCall, "The parameters are those of another operation");
   }
   Run(DataOf(object), OperationNameOf(*core_, operation));
 }
 
-int SessionUtilObject::CopyVaultFile(std::int32_t vaultObjectId, const std::string& vaultDirectory, const std::string& fileName,
-                                     const std::string& targetDirectory, const std::string& targetName) {
+int SessionUtilObject::CopyVaultFile(std::int32_t vaultObjectId, const std::string& vaultDirectory,
+                                     const std::string& fileName, const std::string& targetDirectory,
+                                     const std::string& targetName) {
   Pass<"CopyVaultFile">([&] { return vaultDirectory + ", " + fileName + ", " + targetDirectory + ", " + targetName; });
   if (vaultObjectId != kStoreId) return kNoSuchFile;
   return CopyStoredFile(*core_, vaultDirectory, fileName, targetDirectory, targetName) ? kDone : kNoSuchFile;

@@ -25,7 +25,8 @@ std::string Hidden() {
 
 void RequireFirst(int index, const char* what) {
   if (index != 0) {
-    throw Failure(failure::kSubscriptOutOfRange, "Subscript out of range: the vault has one " + std::string(what) + ", index 0");
+    throw Failure(failure::kSubscriptOutOfRange,
+                  "Subscript out of range: the vault has one " + std::string(what) + ", index 0");
   }
 }
 
@@ -90,12 +91,14 @@ void ConfigObject::SetValue(const std::string& path, const std::string& text) {
   core_->SetConfigValue(path, text);
 }
 
-bool AuthorizationsObject::IsAllowed(std::int32_t userId, std::int32_t operationId, const Ref<veldora::VdObject>& object) {
+bool AuthorizationsObject::IsAllowed(std::int32_t userId, std::int32_t operationId,
+                                     const Ref<veldora::VdObject>& object) {
   Pass<"IsAllowed">([&] { return std::to_string(userId) + ", " + std::to_string(operationId); });
   return vault::IsAllowed(core_->Data(), userId, operationId, DataOf(object)->Info().id);
 }
 
-void SessionObject::OpenDatabaseConnection(const std::string& /*connection*/, const std::string& /*password*/, bool /*join*/) {
+void SessionObject::OpenDatabaseConnection(const std::string& /*connection*/, const std::string& /*password*/,
+                                           bool /*join*/) {
   // The session of a running vault is joined from its start.
   PassLoggedOff<"OpenDatabaseConnection">(Hidden);
 }
@@ -169,7 +172,8 @@ Ref<veldora::VdSession> SessionObject::AsVdSession() {
   return Ref<veldora::VdSession>(shared_from_this());
 }
 
-EngineObject::EngineObject(std::shared_ptr<Core> core) : Served(std::move(core)), session_(MakeRef<SessionObject>(core_)) {}
+EngineObject::EngineObject(std::shared_ptr<Core> core)
+    : Served(std::move(core)), session_(MakeRef<SessionObject>(core_)) {}
 
 Ref<veldora::VdSession> EngineObject::Sessions(int index) {
   PassLoggedOff<"Sessions">([&] { return std::to_string(index); });

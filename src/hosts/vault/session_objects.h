@@ -43,7 +43,8 @@ class AuthorizationsObject final : public Served<"VdAuthorizations", veldora::Vd
   bool IsAllowed(std::int32_t userId, std::int32_t operationId, const Ref<veldora::VdObject>& object) override;
 };
 
-class SessionObject final : public Served<"VdSession", veldora::VdSession>, public std::enable_shared_from_this<SessionObject> {
+class SessionObject final : public Served<"VdSession", veldora::VdSession>,
+                            public std::enable_shared_from_this<SessionObject> {
  public:
   using Served::Served;
 

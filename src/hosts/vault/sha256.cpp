@@ -68,7 +68,8 @@ Digest Sha256(std::string_view bytes) {
   for (std::size_t i = 0; i < kLengthField; ++i) tail[size - 1 - i] = static_cast<std::uint8_t>(bits >> (8 * i));
   for (std::size_t i = 0; i < size; i += kBlock) Mix(state, tail.data() + i);
   Digest digest;
-  for (std::size_t i = 0; i < digest.size(); ++i) digest[i] = static_cast<std::uint8_t>(state[i / 4] >> (24 - 8 * (i % 4)));
+  for (std::size_t i = 0; i < digest.size(); ++i)
+    digest[i] = static_cast<std::uint8_t>(state[i / 4] >> (24 - 8 * (i % 4)));
   return digest;
 }
 

@@ -32,7 +32,8 @@ void TranslatorObject::SetLanguage(const std::string& language) {
   language_ = language;
 }
 
-std::string TranslatorObject::FileOf(const std::string& nameSpace, const std::string& appendix, const std::string& version) const {
+std::string TranslatorObject::FileOf(const std::string& nameSpace, const std::string& appendix,
+                                     const std::string& version) const {
   if (language_.empty()) throw Failure(failure::kInvalidCall, "The translator was given no language");
   const auto custom = ToPath(core_->Folder().base) / "NLS" / Piece(language_) / "Custom";
   if (!appendix.empty()) return FromPath(FileIn(custom / Piece(appendix), nameSpace, version));
@@ -55,14 +56,15 @@ const TranslatorObject::Texts& TranslatorObject::Loaded(const std::string& path)
   return files_[path] = std::move(texts);
 }
 
-std::string TranslatorObject::Translate(const std::string& nameSpace, const std::string& key, const std::string& appendix,
-                                        const std::string& version) {
+std::string TranslatorObject::Translate(const std::string& nameSpace, const std::string& key,
+                                        const std::string& appendix, const std::string& version) {
   PassLoggedOff<"Translate">([&] { return nameSpace + ", " + key + ", " + appendix + ", " + version; });
   const auto path = FileOf(nameSpace, appendix, version);
   const auto& texts = Loaded(path);
   if (key.empty() && appendix.empty()) return {};
   const auto text = texts.find(key);
-  if (text == texts.end()) throw Failure(failure::kInvalidCall, "The NLS file \"" + path + "\" has no key \"" + key + "\"");
+  if (text == texts.end())
+    throw Failure(failure::kInvalidCall, "The NLS file \"" + path + "\" has no key \"" + key + "\"");
   return text->second;
 }
 

@@ -48,9 +48,8 @@ std::int32_t Authenticated(Database& database, const std::string& login, const s
 }
 
 void Grant(Database& database, std::int32_t userId, std::int32_t operationId, std::int16_t classId) {
-  database.Execute(
-      "INSERT INTO vd_right (user_id, operation_id, class_id) VALUES (?, ?, ?) ON CONFLICT DO NOTHING",
-      {std::int64_t{userId}, std::int64_t{operationId}, std::int64_t{classId}});
+  database.Execute("INSERT INTO vd_right (user_id, operation_id, class_id) VALUES (?, ?, ?) ON CONFLICT DO NOTHING",
+                   {std::int64_t{userId}, std::int64_t{operationId}, std::int64_t{classId}});
 }
 
 void Revoke(Database& database, std::int32_t userId, std::int32_t operationId, std::int16_t classId) {

@@ -41,7 +41,8 @@ std::vector<std::string> NotedPaths(const ObjectData& object, std::int64_t depos
 void NoteCopy(Core& core, const std::string& path, std::int32_t objectId, std::int64_t deposit) {
   core.InTransaction([&] {
     core.Data().Execute(
-        "INSERT INTO vd_working_copy (user_id, path, object_id, deposit_id) VALUES (?, ?, ?, ?) ON CONFLICT (user_id, path) "
+        "INSERT INTO vd_working_copy (user_id, path, object_id, deposit_id) VALUES (?, ?, ?, ?) ON CONFLICT (user_id, "
+        "path) "
         "DO UPDATE SET object_id = excluded.object_id, deposit_id = excluded.deposit_id",
         {std::int64_t{core.UserId()}, NormalPath(path), std::int64_t{objectId}, deposit});
   });
@@ -52,8 +53,9 @@ void NoteTaken(Core& core, const std::string& path, std::int32_t objectId, std::
 }
 
 std::optional<std::int32_t> NotedObject(Core& core, const std::string& path) {
-  const auto id = core.Data().QueryOne(ColumnType::kInteger, "SELECT object_id FROM vd_working_copy WHERE user_id = ? AND path = ?",
-                                       {std::int64_t{core.UserId()}, NormalPath(path)});
+  const auto id =
+      core.Data().QueryOne(ColumnType::kInteger, "SELECT object_id FROM vd_working_copy WHERE user_id = ? AND path = ?",
+                           {std::int64_t{core.UserId()}, NormalPath(path)});
   if (IntegerOf(id) == 0) return std::nullopt;
   return static_cast<std::int32_t>(IntegerOf(id));
 }
@@ -61,10 +63,11 @@ std::optional<std::int32_t> NotedObject(Core& core, const std::string& path) {
 bool IsWorkingCopy(Core& core, const std::string& path) {
   const auto normal = NormalPath(path);
   if (!StandsInWorkDirectory(core, normal) || !IsThere(normal)) return false;
-  const auto rows = core.Data().Query("i",
-                                      "SELECT o.object_id FROM vd_working_copy w JOIN vd_object o ON o.object_id = w.object_id "
-                                      "AND o.deposit_id = w.deposit_id AND o.owner_id = w.user_id WHERE w.user_id = ? AND w.path = ?",
-                                      {std::int64_t{core.UserId()}, normal});
+  const auto rows =
+      core.Data().Query("i",
+                        "SELECT o.object_id FROM vd_working_copy w JOIN vd_object o ON o.object_id = w.object_id "
+                        "AND o.deposit_id = w.deposit_id AND o.owner_id = w.user_id WHERE w.user_id = ? AND w.path = ?",
+                        {std::int64_t{core.UserId()}, normal});
   return !rows.empty();
 }
 

@@ -20,6 +20,7 @@ class MemoryFiles : public FileContents {
     return file->second;
   }
   void Write(const std::string&, const std::string&) override { throw Failure(failure::kPermissionDenied); }
+  void WriteWhole(const std::string&, const std::string&) override { throw Failure(failure::kPermissionDenied); }
   void Rename(const std::string&, const std::string&) override { throw Failure(failure::kPermissionDenied); }
 
   std::map<std::string, std::string> bytes;

@@ -132,6 +132,21 @@ TEST_F(CadSaving, APropertyThatTheSessionHasAlreadyIsNotOverwritten) {
   EXPECT_EQ(ValueOf(properties, "TYPE"), "3D");
 }
 
+TEST_F(CadSaving, TwoContentsOfOneFileAreSavedAsOneReferenceAndOpenAgain) {
+  folder.Write("PLATE.lwt", TinyLight("PLATE", "A"));
+  const auto document = NewDocument();
+  Added(document->Product(), "PLATE.lwt")->Reference()->UserProperties()->CreateString("OBJECT_ID", "1");
+  folder.Write("PLATE.lwt", TinyLight("PLATE", "B"));
+  Added(document->Product(), "PLATE.lwt")->Reference()->UserProperties()->CreateString("OBJECT_ID", "2");
+
+  host->Save(document, folder.Path("WIP.ZVAProduct"));
+
+  const auto back = Reopened("WIP.ZVAProduct")->Products();
+  EXPECT_EQ(back->Count(), 2);
+  EXPECT_EQ(ValueOf(back->Item(1)->Parameters(), "OBJECT_ID"), "2");
+  EXPECT_EQ(back->Item(1)->Reference(), back->Item(2)->Reference());
+}
+
 TEST_F(CadSaving, NamesFilesOfTheSameFolderWithoutIt) {
   const TemporaryFolder elsewhere;
   elsewhere.Write("BOLT.stp", TinyStep("BOLT"));

@@ -1,5 +1,6 @@
 #include "hosts/cad/embedded.h"
 #include "hosts/cad/name_ledger.h"
+#include "hosts/cad/properties.h"
 
 namespace quintara::test {
 namespace {
@@ -109,6 +110,23 @@ TEST_F(CadScale, ADeepChainOfFilesIsOpenedWithFormsAndDropped) {
 
   EXPECT_EQ(nodes, kDepth + 1U);
   document->Close();
+}
+
+TEST_F(CadScale, AHundredThousandPropertiesAreMadeMergedAndFound) {
+  constexpr int kProperties = 100000;
+  cad::PropertyList one;
+  cad::PropertyList other;
+  for (int i = 0; i < kProperties; ++i) {
+    one.Create("A" + std::to_string(i), "1");
+    other.Create("A" + std::to_string(i + kProperties / 2), "2");
+  }
+
+  one.AddMissing(other);
+
+  EXPECT_EQ(one.All().size(), kProperties + kProperties / 2U);
+  EXPECT_EQ(one.Find("A99999")->value, "1");
+  EXPECT_EQ(one.Find("A100000")->value, "2");
+  EXPECT_EQ(one.All().back()->name, "A149999");
 }
 
 TEST(NameLedgerTest, AsksForEachNumberOnceWhateverIsRenamedInBetween) {

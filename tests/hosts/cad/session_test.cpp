@@ -212,6 +212,30 @@ TEST_F(CadSession, ADocumentCanAppearDuringALaterSleep) {
   EXPECT_EQ(Documents()->Count(), 1);
 }
 
+TEST_F(CadSession, DocumentsThatArePendingAppearInOneSleep) {
+  host->AddDuringSleep(1);
+  Documents()->Add("ZVAProduct");
+  Documents()->Add("ZVAProduct");
+
+  host->NoteSleep();
+
+  EXPECT_EQ(Documents()->Count(), 2);
+  EXPECT_EQ(host->Application()->ActiveDocument()->Name(), "Product2.ZVAProduct");
+}
+
+TEST_F(CadSession, APlatformsSleepBringsAPendingDocument) {
+  TestPlatform platform;
+  platform.Native().OnSleep([this] { host->NoteSleep(); });
+  host->AddDuringSleep(2);
+  Documents()->Add("ZVAProduct");
+
+  ThePlatform().Sleep(100);
+  EXPECT_EQ(Documents()->Count(), 0);
+  ThePlatform().Sleep(100);
+
+  EXPECT_EQ(Documents()->Count(), 1);
+}
+
 TEST_F(CadSession, SleepsAreCountedFromOne) {
   FailureOf([&] { host->AddDuringSleep(0); });
 
@@ -232,8 +256,41 @@ TEST_F(CadSession, CountsHowOftenTheViewIsDrawnAgain) {
   EXPECT_EQ(host->Redraws(), 3);
 }
 
-TEST_F(CadSession, AForeignProductIsRefused) {
+TEST_F(CadSession, AnItemRegisteredAsNothingIsNothing) {
+  host->RegisterItem("HIXEngine", nullptr);
+
+  EXPECT_FALSE(host->Application()->GetItem("HIXEngine"));
+}
+
+TEST_F(CadSession, NeedsFiles) {
+  EXPECT_THAT(FailureOf([&] { CadHost without({gate, nullptr, {}}); }).Description(), HasSubstr("files"));
+}
+
+TEST_F(CadSession, ObjectsOfAnotherSessionAreRefused) {
+  WritePart("PLATE");
   CadHost other({gate, std::make_shared<NativeContents>(gate), {}});
+  const auto foreign = other.Application()->Documents()->Add("ZVAProduct")->AsProductDocument();
+  foreign->Product()->Products()->AddComponentsFromFiles({folder.Path("PLATE.stp")}, "All");
+  const auto product = foreign->Product()->Products()->Item(1);
+  const auto document = NewDocument();
+  const auto selection = document->Selection();
+  const auto numberOf = [](const auto& body) { return FailureOf(body).Number(); };
+
+  EXPECT_EQ(numberOf([&] { selection->Add(product); }), failure::kTypeMismatch);
+  EXPECT_EQ(numberOf([&] { selection->Add(foreign->Product()->Products()); }), failure::kTypeMismatch);
+  EXPECT_EQ(numberOf([&] { host->Save(foreign, folder.Path("A.ZVAProduct")); }), failure::kTypeMismatch);
+  EXPECT_EQ(numberOf([&] { host->SetForm(product, ComponentForm::kUnloaded); }), failure::kTypeMismatch);
+  EXPECT_EQ(
+      numberOf([&] { document->Product()->Products()->ReplaceWithFile(product, folder.Path("PLATE.stp"), false); }),
+      failure::kTypeMismatch);
+
+  EXPECT_EQ(selection->Count(), 0);
+  FailureOf([&] { selection->Copy(); });
+  EXPECT_FALSE(folder.Has("A.ZVAProduct"));
+  EXPECT_EQ(product->PartNumber(), "PLATE");
+}
+
+TEST_F(CadSession, AForeignDocumentIsRefused) {
   class Foreign : public zorva::Document {
     Ref<zorva::Selection> Selection() override { return nullptr; }
     void Close() override {}

@@ -90,6 +90,50 @@ TEST_F(GateTest, FailsAnOperationFromItsNthCallOn) {
   EXPECT_EQ(Call("A.B"), 61);
 }
 
+TEST_F(GateTest, TwoFaultsStandSideBySide) {
+  gate.FailOperation("A.B", 2, Failure(61));
+  gate.FailOperation("C.D", 1, Failure(70));
+
+  EXPECT_EQ(Call("A.B"), 0);
+  EXPECT_EQ(Call("C.D"), 70);
+  EXPECT_EQ(Call("A.B"), 61);
+}
+
+TEST_F(GateTest, GoesOnCountingAndFailingWhenItStopsRecording) {
+  gate.StartRecording();
+  gate.FailCall(3);
+  Call("A.B");
+
+  gate.StopRecording();
+
+  EXPECT_EQ(Call("A.B"), 0);
+  EXPECT_NE(Call("A.B"), 0);
+  EXPECT_EQ(gate.Calls(), 3);
+}
+
+TEST_F(GateTest, FailsWithADeviceErrorUnlessAnotherFailureIsGiven) {
+  gate.FailCall(1);
+  EXPECT_EQ(Call("A.B"), failure::kDeviceError);
+  gate.FailOperation("C.D");
+  EXPECT_EQ(Call("C.D"), failure::kDeviceError);
+}
+
+TEST_F(GateTest, AnEmptyDetailStandsWithoutBrackets) {
+  gate.StartRecording();
+
+  gate.Pass("A.B", [] { return ""; });
+
+  EXPECT_THAT(gate.Record(), ElementsAre("A.B"));
+}
+
+TEST_F(GateTest, CountsCallsFromOne) {
+  EXPECT_THROW(gate.FailCall(0), Failure);
+  EXPECT_THROW(gate.FailCall(-1), Failure);
+  EXPECT_THROW(gate.FailOperation("A.B", 0), Failure);
+
+  EXPECT_EQ(Call("A.B"), 0);
+}
+
 TEST_F(GateTest, RecordsTheCallThatFails) {
   gate.StartRecording();
   gate.FailCall(1);

@@ -10,6 +10,7 @@
 
 #ifndef _WIN32
 #include <sys/resource.h>
+#include <sys/stat.h>
 
 #include <csignal>
 #endif
@@ -199,19 +200,83 @@ TEST_F(NativeFiles, AFullDiskIsToldAndADeviceIsNotRemoved) {
   EXPECT_TRUE(fs::exists("/dev/full"));
 }
 
-TEST_F(NativeFiles, AFileThatCouldNotBeWrittenWholeIsRemoved) {
-  const auto before = std::signal(SIGXFSZ, SIG_IGN);
-  rlimit usual{};
-  getrlimit(RLIMIT_FSIZE, &usual);
-  const rlimit small{1000, usual.rlim_max};
-  setrlimit(RLIMIT_FSIZE, &small);
+TEST_F(NativeFiles, WhatIsNoFileOfADiskIsNotReadAndNotReplaced) {
+  ASSERT_EQ(::mkfifo(folder.Path("pipe").c_str(), 0600), 0);
 
-  const auto failure = FailureOf([&] { files.Write(folder.Path("a"), std::string(5000, 'x')); });
+  EXPECT_EQ(NumberOf("pipe", [&] { files.Read(folder.Path("pipe")); }), failure::kPathAccess);
+  EXPECT_EQ(NumberOf("/dev/zero", [&] { files.Read("/dev/zero"); }), failure::kPathAccess);
+  EXPECT_EQ(NumberOf("pipe", [&] { files.WriteWhole(folder.Path("pipe"), "x"); }), failure::kPathAccess);
 
-  setrlimit(RLIMIT_FSIZE, &usual);
-  std::signal(SIGXFSZ, before);
-  EXPECT_EQ(failure.Number(), failure::kDiskFull);
+  EXPECT_TRUE(fs::is_fifo(ToPath(folder.Path("pipe"))));
+}
+
+/// No file can grow past a thousand bytes while it lives.
+class SmallFiles {
+ public:
+  SmallFiles() {
+    getrlimit(RLIMIT_FSIZE, &usual_);
+    const rlimit small{1000, usual_.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &small);
+  }
+  ~SmallFiles() {
+    setrlimit(RLIMIT_FSIZE, &usual_);
+    std::signal(SIGXFSZ, before_);
+  }
+  SmallFiles(const SmallFiles&) = delete;
+  SmallFiles& operator=(const SmallFiles&) = delete;
+
+ private:
+  void (*before_)(int) = std::signal(SIGXFSZ, SIG_IGN);
+  rlimit usual_{};
+};
+
+TEST_F(NativeFiles, AFileThatCouldNotBeWrittenWholeIsRemovedAndTheOneBeforeWithIt) {
+  folder.Write("old", "old");
+  const std::string bytes(5000, 'x');
+  int numbers[2] = {};
+
+  {
+    const SmallFiles limit;
+    numbers[0] = FailureOf([&] { files.Write(folder.Path("a"), bytes); }).Number();
+    numbers[1] = FailureOf([&] { files.Write(folder.Path("old"), bytes); }).Number();
+  }
+
+  EXPECT_THAT(numbers, testing::Each(failure::kDiskFull));
   EXPECT_TRUE(folder.Names().empty());
+}
+
+TEST_F(NativeFiles, AFileThatCouldNotBeReplacedAsAWholeStays) {
+  folder.Write("old", "old");
+  int number = 0;
+
+  {
+    const SmallFiles limit;
+    number = FailureOf([&] { files.WriteWhole(folder.Path("old"), std::string(5000, 'x')); }).Number();
+  }
+
+  EXPECT_EQ(number, failure::kDiskFull);
+  EXPECT_EQ(folder.Names(), (std::vector<std::string>{"old"}));
+  EXPECT_EQ(folder.Read("old"), "old");
+}
+
+TEST_F(NativeFiles, AFileReplacedAsAWholeKeepsItsPermissions) {
+  constexpr auto kPrivate = fs::perms::owner_read | fs::perms::owner_write;
+  folder.Write("a", "old");
+  fs::permissions(ToPath(folder.Path("a")), kPrivate);
+
+  files.WriteWhole(folder.Path("a"), "new");
+
+  EXPECT_EQ(folder.Read("a"), "new");
+  EXPECT_EQ(fs::status(ToPath(folder.Path("a"))).permissions(), kPrivate);
+}
+
+TEST_F(NativeFiles, AReadOnlyFileIsNotReplacedAsAWhole) {
+  folder.Write("a", "old");
+  MakeReadOnly("a");
+
+  EXPECT_EQ(NumberOf("a", [&] { files.WriteWhole(folder.Path("a"), "new"); }), failure::kPermissionDenied);
+
+  EXPECT_EQ(folder.Read("a"), "old");
 }
 #endif
 

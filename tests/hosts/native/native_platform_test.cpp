@@ -75,8 +75,10 @@ TEST_F(NativePlatformTest, CreatesTheFileSystemFromTheStart) {
   EXPECT_TRUE(platform.FileSystem()->FolderExists(folder.Path()));
 }
 
-TEST_F(NativePlatformTest, WithoutAnyoneToAskABoxIsAnsweredWithOk) {
-  EXPECT_EQ(platform.ShowBox("text", box::kYesNo, "title"), answer::kOk);
+TEST_F(NativePlatformTest, WithoutAnyoneToAskABoxIsAnsweredWithNoOrCancelWhereItHasOne) {
+  EXPECT_EQ(platform.ShowBox("text", box::kYesNo | box::kQuestion, "title"), answer::kNo);
+  EXPECT_EQ(platform.ShowBox("text", box::kOkCancel | box::kWarning, "title"), answer::kCancel);
+  EXPECT_EQ(platform.ShowBox("text", box::kInformation | box::kSystemModal, "title"), answer::kOk);
 }
 
 TEST_F(NativePlatformTest, SleepsAndThenTellsItsListenersInTheirOrder) {

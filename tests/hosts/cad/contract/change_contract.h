@@ -70,6 +70,20 @@ TYPED_TEST(CadFilesContract, AnotherFilterThanAllIsRefused) {
   EXPECT_EQ(this->children->Count(), 0);
 }
 
+TYPED_TEST(CadFilesContract, NoFilesAddNothing) {
+  this->children->AddComponentsFromFiles({}, "All");
+
+  EXPECT_EQ(this->children->Count(), 0);
+}
+
+TYPED_TEST(CadFilesContract, AllInstancesAtOnceAreNotReplaced) {
+  const auto child = this->Added(this->root, "A");
+
+  FailureOf([&] { this->children->ReplaceWithFile(child, this->Part("B"), true); });
+
+  EXPECT_EQ(child->PartNumber(), "A");
+}
+
 TYPED_TEST(CadFilesContract, APartTakesNoComponents) {
   const auto part = this->Added(this->root, "A");
 
@@ -177,6 +191,16 @@ TYPED_TEST(CadParametersContract, AParameterTakesAnotherValue) {
   this->root->Parameters()->Item("WIP")->ValuateFromString("Größe");
 
   EXPECT_EQ(ValueOf(this->root->UserProperties(), "WIP"), "Größe");
+}
+
+TYPED_TEST(CadParametersContract, AValueSetThroughAnInstanceReachesThePropertyOfItsReference) {
+  this->component->Reference()->UserProperties()->CreateString("SHARED", "1");
+  const auto other = this->Added(this->root, "PLATE");
+
+  this->component->Parameters()->Item("SHARED")->ValuateFromString("2");
+
+  EXPECT_EQ(ValueOf(other->Parameters(), "SHARED"), "2");
+  EXPECT_EQ(this->component->UserProperties()->Count(), 0);
 }
 
 TYPED_TEST(CadParametersContract, APropertyNeedsANameOfItsOwn) {

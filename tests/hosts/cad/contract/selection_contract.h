@@ -179,6 +179,31 @@ TYPED_TEST(CadSelectionContract, APasteNeedsExactlyOneTarget) {
   EXPECT_EQ(this->root->Products()->Count(), 1);
 }
 
+TYPED_TEST(CadSelectionContract, TheChildrenOfAProductCannotBeCopied) {
+  this->selection->Add(this->root->Products());
+
+  FailureOf([&] { this->selection->Copy(); });
+}
+
+TYPED_TEST(CadSelectionContract, AnUnloadedTargetTakesNoPastedComponent) {
+  this->Copy(this->component);
+  this->selection->Add(this->component);
+  this->host.Unload(this->component);
+
+  FailureOf([&] { this->selection->Paste(); });
+}
+
+TYPED_TEST(CadSelectionContract, ACopyOfAnUnloadedComponentIsUnloaded) {
+  this->host.Unload(this->component);
+  this->Copy(this->component);
+
+  this->PasteInto(this->root);
+
+  const auto pasted = this->root->Products()->Item(2);
+  EXPECT_EQ(pasted->Name(), "PLATE.2");
+  FailureOf([&] { pasted->PartNumber(); });
+}
+
 TYPED_TEST(CadSelectionContract, APartTakesNoPastedComponent) {
   this->Copy(this->component);
   this->selection->Add(this->component);

@@ -82,6 +82,47 @@ TYPED_TEST(CadSessionContract, ClosingTheActiveDocumentHandsOnToTheOneBefore) {
   EXPECT_EQ(this->Documents()->Count(), 1);
 }
 
+TYPED_TEST(CadSessionContract, ClosingHandsOnPastADocumentThatWasOnlyRead) {
+  const auto first = this->NewDocument();
+  this->Documents()->Read(this->Part("PLATE"));
+  const auto last = this->NewDocument();
+
+  last->Close();
+
+  EXPECT_EQ(this->application->ActiveDocument()->Name(), first->Name());
+}
+
+TYPED_TEST(CadSessionContract, TheLastDocumentThatIsClosedLeavesNoneActive) {
+  this->Documents()->Read(this->Part("PLATE"));
+
+  this->NewDocument()->Close();
+
+  FailureOf([&] { this->application->ActiveDocument(); });
+  EXPECT_EQ(this->Documents()->Count(), 1);
+}
+
+TYPED_TEST(CadSessionContract, MembersThatAnObjectHasNotFail) {
+  const auto root = this->NewDocument()->Product();
+
+  EXPECT_EQ(FailureOf([&] { this->Documents()->SetName("x"); }).Number(), failure::kNoSuchMember);
+  EXPECT_EQ(FailureOf([&] { this->application->SetName("x"); }).Number(), failure::kNoSuchMember);
+  EXPECT_EQ(FailureOf([&] { root->GetItem("x"); }).Number(), failure::kNoSuchMember);
+  EXPECT_EQ(FailureOf([&] { root->Position()->GetItem("x"); }).Number(), failure::kNoSuchMember);
+}
+
+TYPED_TEST(CadSessionContract, AConversionToAnotherKindGivesNothing) {
+  const auto document = this->NewDocument();
+
+  EXPECT_FALSE(document->AsProduct());
+  EXPECT_FALSE(document->AsApplication());
+  EXPECT_FALSE(document->Product()->AsDocument());
+  EXPECT_FALSE(document->Product()->AsProducts());
+  EXPECT_FALSE(document->Product()->Products()->AsProduct());
+  EXPECT_FALSE(this->Documents()->AsDocument());
+  EXPECT_FALSE(this->application->AsFileSystemObject());
+  EXPECT_FALSE(this->application->AsHIXEngine());
+}
+
 TYPED_TEST(CadSessionContract, OpeningAnOpenDocumentAgainMakesItActive) {
   const auto path = this->Part("PLATE");
   const auto first = this->Documents()->Open(path);
@@ -157,6 +198,15 @@ TYPED_TEST(CadSessionContract, EveryObjectLeadsToTheApplication) {
   EXPECT_TRUE(root->Application()->AsApplication());
   EXPECT_TRUE(root->Products()->Application()->AsApplication());
   EXPECT_TRUE(root->Parameters()->Application()->AsApplication());
+  EXPECT_TRUE(root->Position()->Application()->AsApplication());
+  EXPECT_TRUE(root->UserProperties()->CreateString("A", "")->Application()->AsApplication());
+  document->Selection()->Add(root);
+  EXPECT_TRUE(document->Selection()->Application()->AsApplication());
+  EXPECT_TRUE(document->Selection()->Item(1)->Application()->AsApplication());
+  EXPECT_TRUE(Ref<AnyObject>(this->application)->Application()->AsApplication());
+  EXPECT_TRUE(this->application->ScriptService()->Application()->AsApplication());
+  EXPECT_TRUE(this->application->ActiveWindow()->Application()->AsApplication());
+  EXPECT_TRUE(this->application->ActiveWindow()->ActiveViewer()->Application()->AsApplication());
 }
 
 TYPED_TEST(CadSessionContract, AScriptThatIsListedRuns) {

@@ -212,11 +212,39 @@ TYPED_TEST(CadTreeContract, TheDocumentFailsForAnItemThatIsNotThere) {
   FailureOf([&] { this->document->GetItem(""); });
 }
 
-TYPED_TEST(CadTreeContract, TheDocumentDoesNotFindByAPartNumberThatCannotBeRead) {
+TYPED_TEST(CadTreeContract, TheDocumentFindsAComponentWithoutDesignByItsPartNumber) {
   this->host.LoadWithoutDesign(this->Added(this->root, "PLATE"));
+
+  EXPECT_TRUE(this->document->GetItem("PLATE")->AsProduct());
+  EXPECT_TRUE(this->document->GetItem("PLATE.1")->AsProduct());
+}
+
+TYPED_TEST(CadTreeContract, TheDocumentFindsAnUnloadedComponentByItsNameOnly) {
+  this->host.Unload(this->Added(this->root, "PLATE"));
 
   FailureOf([&] { this->document->GetItem("PLATE"); });
   EXPECT_TRUE(this->document->GetItem("PLATE.1")->AsProduct());
+}
+
+TYPED_TEST(CadTreeContract, TheChildrenOfAnUnloadedComponentCannotBeReached) {
+  const auto child = this->Added(this->root, "PLATE");
+  const auto children = child->Products();
+  this->host.Unload(child);
+  const auto part = this->Part("BOLT");
+
+  FailureOf([&] { children->Item(1); });
+  FailureOf([&] { children->Remove(1); });
+  FailureOf([&] { children->AddComponentsFromFiles({part}, "All"); });
+  FailureOf([&] { children->ReplaceWithFile(child, part, false); });
+}
+
+TYPED_TEST(CadTreeContract, WorkModeOneTakesTheDesignFormAway) {
+  const auto child = this->Added(this->root, "PLATE");
+
+  child->SetWorkMode(1);
+
+  FailureOf([&] { child->PartNumber(); });
+  EXPECT_EQ(child->Products()->Count(), 0);
 }
 
 }  // namespace quintara::test

@@ -1,0 +1,246 @@
+#include "hosts/integration/embedded_engine.h"
+
+#include <map>
+
+#include "hosts/cad/cad_host.h"
+#include "hosts/vault/vault_fixture.h"
+
+namespace quintara::test {
+namespace {
+
+constexpr auto kTakeLatest = "$User\\LifeCycleSetUp\\LatestAvailableOnCheckOut";
+constexpr auto kForceCheckOut = "$User\\LIFE_CYCLE\\SwitchToLatestForceCheckOut";
+constexpr auto kForceNewRelease = "$User\\LIFE_CYCLE\\SwitchToLatestForceNewRelease";
+constexpr auto kOverwrite = "$User\\LifeCycleSetUp\\CheckOutOverwrite";
+
+class CadSide final : public IntegrationCad {
+ public:
+  explicit CadSide(CadHost& host) : host_(host) {}
+
+  void Save(const Ref<zorva::Document>& document, const std::string& path) override { host_.Save(document, path); }
+
+ private:
+  CadHost& host_;
+};
+
+// CAR holds AXLE and WHEEL, AXLE holds BOLT; all are released, and BOLT has a newer revision.
+class EmbeddedEngineTest : public testing::Test, public VaultBase {
+ protected:
+  EmbeddedEngineTest() : VaultBase({}) {
+    InitVault(Plan(), *files);
+    auto options = Options();
+    options.zorvaStartedFirst = true;
+    Open(options);
+    engine = MakeRef<EmbeddedEngine>(
+        EmbeddedEngine::Surroundings{gate, Session(), host.Application(), &vault->Integration(), &cadSide});
+    WriteProducts();
+    bolt = AddPart("BOLT", "old bolt");
+    const auto wheel = Add("WHEEL", {});
+    axle = Add("AXLE", {bolt});
+    car = Add("CAR", {axle, wheel});
+    for (const auto& object : {bolt, axle, wheel, car}) Release(object);
+    newBolt = Util()->NewRelease(bolt, nullptr, false);
+    folder.Write("source/BOLT.stp", "new bolt");
+    vault->StoreFile(newBolt, folder.Path("source/BOLT.stp"));
+    CheckIn(newBolt);
+  }
+
+  void WriteProducts() {
+    AssemblyStructure structure;
+    structure.definitions = {{"WHEEL", true, {}},
+                             {"AXLE", true, {}},
+                             {"CAR", true, {{"AXLE.1", 1, kIdentityPosition}, {"WHEEL.1", 0, kIdentityPosition}}}};
+    structure.root = 2;
+    WriteProductFiles(structure, folder.Path("source"), *files);
+  }
+  Ref<VdObject> Add(const std::string& partNumber, const std::vector<Ref<VdObject>>& children) {
+    const auto product = vault->AddObject("ZORVA Product", {{"NM_CN_PART_NUMBER", partNumber}},
+                                          folder.Path("source/" + partNumber + ".ZVAProduct"));
+    for (const auto& child : children) Link(product, child, "Structure Link");
+    return product;
+  }
+  void Set(const std::string& path, const std::string& value) { Session()->Config()->SetValue(path, value); }
+  void PermitAll() {
+    Set(kTakeLatest, "YES");
+    Set(kForceCheckOut, "TRUE");
+    Set(kForceNewRelease, "TRUE");
+    Set(kOverwrite, "YES");
+  }
+  Ref<veldora::HIXDocument> HandleOf(const Ref<VdObject>& object) {
+    return engine->DocumentHandle(object->ClassId(), object->ObjectId());
+  }
+  Ref<VdObject> Latest(const Ref<VdObject>& object) { return object->GetVersion(3); }
+  Ref<VdObject> Child(const Ref<VdObject>& parent, int index) { return parent->Children(nullptr)->Item(index); }
+
+  CadHost host{{gate, files, {}}};
+  CadSide cadSide{host};
+  Ref<EmbeddedEngine> engine;
+  Ref<VdObject> bolt, newBolt, axle, car;
+};
+
+TEST_F(EmbeddedEngineTest, ACheckOutPointsTheStructureAtTheLatestFromBelow) {
+  PermitAll();
+
+  engine->CheckOutDocument(HandleOf(car));
+
+  const auto newCar = Latest(car);
+  const auto newAxle = Child(newCar, 0);
+  EXPECT_EQ(TextOf(newCar, "REVISION"), "B");
+  EXPECT_EQ(newAxle->ObjectId(), Latest(axle)->ObjectId());
+  EXPECT_EQ(TextOf(newAxle, "REVISION"), "B");
+  EXPECT_EQ(Child(newAxle, 0)->ObjectId(), newBolt->ObjectId());
+  EXPECT_EQ(Child(Again(car), 0)->ObjectId(), axle->ObjectId());
+}
+
+TEST_F(EmbeddedEngineTest, WhatHeldNothingOutdatedKeepsItsStateAndSoDoParts) {
+  PermitAll();
+
+  engine->CheckOutDocument(HandleOf(car));
+
+  EXPECT_EQ(TextOf(Child(Latest(car), 1), "REVISION"), "A");
+  EXPECT_EQ(StateOf(newBolt), 1);
+  EXPECT_EQ(StateOf(car), 3);
+}
+
+TEST_F(EmbeddedEngineTest, ACheckOutCopiesTheFilesAndOpensTheRoot) {
+  PermitAll();
+  const auto handle = HandleOf(car);
+
+  engine->CheckOutDocument(handle);
+
+  EXPECT_EQ(ReadWork("BOLT.stp"), "new bolt");
+  EXPECT_EQ(handle->Document()->FullName(), WorkPath("CAR.ZVAProduct"));
+  EXPECT_EQ(engine->DocumentObjectId(handle), Latest(car)->ObjectId());
+  EXPECT_EQ(host.Application()->ActiveDocument()->AsProductDocument()->Product()->PartNumber(), "CAR");
+}
+
+TEST_F(EmbeddedEngineTest, WhatIsCheckedInIsCheckedOutInPlace) {
+  PermitAll();
+  auto two = Util()->NewRelease(car, nullptr, false);
+  CheckIn(two);
+
+  engine->CheckOutDocument(HandleOf(car));
+
+  EXPECT_EQ(Latest(car)->ObjectId(), two->ObjectId());
+  EXPECT_EQ(StateOf(two), 2);
+}
+
+TEST_F(EmbeddedEngineTest, WithoutTheSettingNothingNewerIsTaken) {
+  PermitAll();
+  Set(kTakeLatest, "NO");
+
+  engine->CheckOutDocument(HandleOf(car));
+
+  EXPECT_EQ(Child(Latest(car), 0)->ObjectId(), axle->ObjectId());
+  EXPECT_EQ(ReadWork("BOLT.stp"), "old bolt");
+}
+
+TEST_F(EmbeddedEngineTest, WithoutThePermissionACheckOutFailsAndChangesNothing) {
+  PermitAll();
+  const auto before = Dump();
+  for (const auto* path : {kForceNewRelease}) {
+    Set(path, "FALSE");
+    const auto changed = Dump();
+
+    const auto failure = FailureOf([&] { engine->CheckOutDocument(HandleOf(car)); });
+
+    EXPECT_THAT(failure, FailsWith(failure::kPermissionDenied));
+    EXPECT_THAT(failure.Description(), testing::HasSubstr(path));
+    EXPECT_EQ(Dump(), changed);
+    Set(path, "TRUE");
+  }
+  EXPECT_EQ(Dump(), before);
+}
+
+TEST_F(EmbeddedEngineTest, WithoutThePermissionNoFileIsReplaced) {
+  PermitAll();
+  Set(kOverwrite, "NO");
+  WriteWork("BOLT.stp", "mine");
+  const auto before = Dump();
+
+  EXPECT_THAT(FailureOf([&] { engine->CheckOutDocument(HandleOf(car)); }), FailsWith(failure::kPermissionDenied));
+
+  EXPECT_EQ(ReadWork("BOLT.stp"), "mine");
+  EXPECT_EQ(Dump(), before);
+}
+
+TEST_F(EmbeddedEngineTest, AFileOfTheSameContentIsNotReplaced) {
+  PermitAll();
+  Set(kOverwrite, "NO");
+  WriteWork("BOLT.stp", "new bolt");
+
+  engine->CheckOutDocument(HandleOf(car));
+
+  EXPECT_EQ(ReadWork("BOLT.stp"), "new bolt");
+}
+
+TEST_F(EmbeddedEngineTest, CommitsStoreWhatChangedAndCheckIn) {
+  PermitAll();
+  engine->CheckOutDocument(HandleOf(car));
+  const auto handle = engine->DocumentHandleOf(host.Application()->ActiveDocument()->AsProductDocument());
+  handle->Document()->AsProductDocument()->Product()->Products()->Remove(2);
+
+  engine->CommitStep1(handle);
+  engine->CommitStep2(handle);
+
+  const auto newCar = Latest(car);
+  EXPECT_EQ(StateOf(newCar), 1);
+  EXPECT_EQ(StateOf(Latest(axle)), 1);
+  EXPECT_THAT(vault->FileOf(newCar), testing::Not(testing::HasSubstr("WHEEL")));
+  EXPECT_EQ(engine->DocumentObjectId(engine->DocumentInfo(WorkPath("CAR.ZVAProduct"))), newCar->ObjectId());
+  EXPECT_THAT(vault->Check(), testing::IsEmpty());
+}
+
+TEST_F(EmbeddedEngineTest, AnUnknownFileHasNoHandle) {
+  EXPECT_FALSE(engine->DocumentInfo(WorkPath("unknown.ZVAProduct")));
+  EXPECT_FALSE(engine->DocumentInfo(""));
+  EXPECT_THAT(FailureOf([&] { engine->DocumentHandle(2, 99999); }), FailsWith(failure::kInvalidCall));
+  EXPECT_THAT(FailureOf([&] { engine->DocumentClassId(nullptr); }), FailsWith(failure::kObjectNotSet));
+}
+
+TEST_F(EmbeddedEngineTest, NothingWorksBetweenDisconnectAndConnect) {
+  const auto handle = HandleOf(car);
+  engine->Disconnect();
+
+  EXPECT_FALSE(engine->IsConnected());
+  EXPECT_THAT(FailureOf([&] { engine->DocumentInfo("x"); }), FailsWith(failure::kInvalidCall));
+  EXPECT_THAT(FailureOf([&] { engine->CheckOutDocument(handle); }), FailsWith(failure::kInvalidCall));
+  EXPECT_THAT(FailureOf([&] { engine->Connect("eve", "secret"); }), FailsWith(failure::kPermissionDenied));
+
+  gate->StartRecording();
+  engine->Connect("admin", "secret");
+  EXPECT_TRUE(engine->IsConnected());
+  EXPECT_EQ(gate->Record().front(), "HIXEngine.Connect(***)");
+}
+
+TEST_F(EmbeddedEngineTest, LatestRevisionsThatWouldHoldEachOtherAreRefused) {
+  PermitAll();
+  auto newAxle = Util()->NewRelease(axle, nullptr, false);
+  vault->SetStructure(newAxle, {{car, 1}});
+  const auto before = Dump();
+
+  EXPECT_THAT(FailureOf([&] { engine->CheckOutDocument(HandleOf(car)); }), FailsWith(failure::kInvalidCall));
+
+  EXPECT_EQ(Dump(), before);
+}
+
+TEST_F(EmbeddedEngineTest, EachFailedCallOfACheckOutLeavesTheVaultAsItWas) {
+  PermitAll();
+  const auto before = Dump();
+  for (int n = 1; n < 600; ++n) {
+    gate->FailCall(n);
+    const auto failure = FailureOf([&] { engine->CheckOutDocument(HandleOf(car)); });
+    const bool injected = gate->HasFailed();
+    gate->Reset();
+    if (failure.Number() == 0) {
+      EXPECT_GT(n, 50);
+      EXPECT_FALSE(injected);
+      return;
+    }
+    ASSERT_TRUE(Dump() == before) << "call " << n;
+  }
+  ADD_FAILURE() << "the check-out never came through";
+}
+
+}  // namespace
+}  // namespace quintara::test

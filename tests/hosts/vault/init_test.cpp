@@ -1,0 +1,119 @@
+#include <filesystem>
+
+#include "hosts/vault/database.h"
+#include "hosts/vault/vault_fixture.h"
+
+namespace quintara::test {
+namespace {
+
+template <class Maker>
+class VaultInit : public testing::Test, public VaultBase {
+ protected:
+  VaultInit() : VaultBase(Maker::NewConnection()) {}
+};
+TYPED_TEST_SUITE(VaultInit, Databases, DatabaseName);
+
+TYPED_TEST(VaultInit, MakesTheMacroProjectUnderTheBaseDirectory) {
+  InitVault(this->Plan(), *this->files);
+  this->Open();
+
+  const auto project = this->Session()->Config()->BaseDirectory() + "/QNTR/ProjectQNTR.zvavba";
+
+  EXPECT_THAT(this->files->Read(project), testing::HasSubstr("RetrieveMatrix.UpdateDisplay"));
+}
+
+TYPED_TEST(VaultInit, IsRefusedWhereThereIsAVault) {
+  InitVault(this->Plan(), *this->files);
+  this->Open();
+  this->AddPart("BOLT");
+  const auto before = this->Dump();
+
+  EXPECT_THAT(FailureOf([&] { InitVault(this->Plan(), *this->files); }), FailsWith(failure::kPathAccess));
+
+  EXPECT_EQ(this->Dump(), before);
+}
+
+TYPED_TEST(VaultInit, NamesOfTheSiteAreTaken) {
+  auto plan = this->Plan();
+  plan.productClass = "Assembly";
+  plan.partClass = "Part";
+  plan.furtherClasses = {"Drawing"};
+  InitVault(plan, *this->files);
+  this->Open();
+
+  EXPECT_GT(this->ClassId("Assembly"), 0);
+  const auto drawing = this->vault->AddObject("Drawing", {{"NM_CN_PART_NUMBER", "D"}}, {});
+  this->CheckIn(drawing);
+  EXPECT_EQ(this->StateOf(drawing), 1);
+}
+
+TYPED_TEST(VaultInit, AFailureLeavesNothingBehind) {
+  const auto names = this->folder.Names();
+  for (int n = 1; n < 5; ++n) {
+    this->gate->Reset();
+    this->gate->FailCall(n);
+    if (FailureOf([&] { InitVault(this->Plan(), *this->files); }).Number() == 0) {
+      EXPECT_GT(n, 1);
+      return;
+    }
+    EXPECT_EQ(this->folder.Names(), names) << n;
+  }
+  ADD_FAILURE() << "the vault was never made";
+}
+
+TYPED_TEST(VaultInit, OnlyAVaultIsOpened) {
+  EXPECT_THAT(FailureOf([&] { this->Open(); }), FailsWith(failure::kPathNotFound));
+}
+
+TYPED_TEST(VaultInit, ABrokenFolderFileIsNamed) {
+  InitVault(this->Plan(), *this->files);
+  this->folder.Write("quintara.vault/vault.xml", "<Vault");
+
+  const auto failure = FailureOf([&] { this->Open(); });
+
+  EXPECT_THAT(failure, FailsWith(failure::kInvalidFormat));
+  EXPECT_THAT(failure.Description(), testing::HasSubstr("vault.xml"));
+}
+
+TYPED_TEST(VaultInit, ANewerVaultIsRefusedAndLeftAlone) {
+  InitVault(this->Plan(), *this->files);
+  this->Open();
+  vault::Database(this->vault->Folder().connection).ExecuteOnce("UPDATE schema_version SET version = 99");
+
+  EXPECT_THAT(FailureOf([&] { this->OpenAnother(this->Options()); }), FailsWith(failure::kInvalidFormat));
+}
+
+TYPED_TEST(VaultInit, AStoreMayBeShared) {
+  auto plan = this->Plan();
+  plan.store = this->folder.Path("shared");
+  InitVault(plan, *this->files);
+  this->Open();
+  this->AddPart("BOLT", "bytes");
+
+  EXPECT_TRUE(this->folder.Has("shared/objects"));
+  EXPECT_FALSE(this->folder.Has("quintara.vault/store"));
+}
+
+TEST(VaultJoining, PostgresNeedsTheStoreAndSharesAll) {
+  if (std::getenv("PGHOST") == nullptr) GTEST_SKIP() << "no PostgreSQL server";
+  VaultBase first(OnPostgres::NewConnection());
+  auto plan = first.Plan();
+  plan.store = first.folder.Path("shared");
+  InitVault(plan, *first.files);
+  first.Open();
+  const auto part = first.AddPart("BOLT", "bytes");
+  plan.folder = first.folder.Path("second.vault");
+  auto withoutStore = plan;
+  withoutStore.store.clear();
+
+  EXPECT_THAT(FailureOf([&] { InitVault(withoutStore, *first.files); }), FailsWith(failure::kPathAccess));
+  InitVault(plan, *first.files);
+
+  EmbeddedVault second(plan.folder, first.Options());
+  const auto same =
+      second.Application()->Engine()->Sessions(0)->ObjectStore()->ObjectById(part->ClassId(), part->ObjectId());
+  EXPECT_EQ(second.FileOf(same), "bytes");
+}
+
+}  // namespace
+}  // namespace quintara::test
