@@ -91,10 +91,10 @@ class Decoder {
     for (; !digits.empty(); digits.remove_prefix(width)) {
       auto unit = Hexadecimal(digits, width);
       if (!unit) return false;
-      const auto low =
-          width == 4 && digits.size() >= 2 * width ? Hexadecimal(digits.substr(width), width) : std::nullopt;
-      if (*unit >= 0xD800 && *unit <= 0xDBFF && low && *low >= 0xDC00 && *low <= 0xDFFF) {
-        unit = 0x10000 + ((*unit - 0xD800) << 10U) + (*low - 0xDC00);
+      const bool mayBePair = width == 4 && digits.size() >= 2 * width && *unit >= 0xD800 && *unit <= 0xDBFF;
+      const auto low = mayBePair ? Hexadecimal(digits.substr(width), width).value_or(0) : 0;
+      if (low >= 0xDC00 && low <= 0xDFFF) {
+        unit = 0x10000 + ((*unit - 0xD800) << 10U) + (low - 0xDC00);
         digits.remove_prefix(width);
       }
       AppendCode(decoded, *unit);
