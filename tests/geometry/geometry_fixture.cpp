@@ -10,13 +10,6 @@
 #include "base/text.h"
 #include "geometry/occ_geometry.h"
 
-#if defined(__SANITIZE_ADDRESS__)
-// Measuring loads files in this process, and the kernel keeps what it made for that.
-extern "C" const char* __lsan_default_suppressions() {
-  return "leak:libTKernel\nleak:libTKXSBase\n";
-}
-#endif
-
 namespace quintara::test {
 namespace {
 
