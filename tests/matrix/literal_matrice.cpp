@@ -3,6 +3,7 @@
 #include "access/session/the_platform.h"
 #include "base/attempt.h"
 #include "base/numbers.h"
+#include "matrix/matrix_fixture.h"
 
 namespace quintara::test {
 namespace {
@@ -30,21 +31,6 @@ void Collect(XmlNode node, std::vector<XmlNode>& elements) {
 
 PositionMatrix ToMatrix(const XMLElement& e) {
   return {e.XX, e.XY, e.XZ, e.YX, e.YY, e.YZ, e.ZX, e.ZY, e.ZZ, e.XO, e.YO, e.ZO};
-}
-
-PositionMatrix Multiply(const PositionMatrix& c, const PositionMatrix& p) {
-  return {(c[0] * p[0] + c[1] * p[3]) + c[2] * p[6],
-          (c[0] * p[1] + c[1] * p[4]) + c[2] * p[7],
-          (c[0] * p[2] + c[1] * p[5]) + c[2] * p[8],
-          (c[3] * p[0] + c[4] * p[3]) + c[5] * p[6],
-          (c[3] * p[1] + c[4] * p[4]) + c[5] * p[7],
-          (c[3] * p[2] + c[4] * p[5]) + c[5] * p[8],
-          (c[6] * p[0] + c[7] * p[3]) + c[8] * p[6],
-          (c[6] * p[1] + c[7] * p[4]) + c[8] * p[7],
-          (c[6] * p[2] + c[7] * p[5]) + c[8] * p[8],
-          ((p[9] + c[9] * p[0]) + c[10] * p[3]) + c[11] * p[6],
-          ((p[10] + c[9] * p[1]) + c[10] * p[4]) + c[11] * p[7],
-          ((p[11] + c[9] * p[2]) + c[10] * p[5]) + c[11] * p[8]};
 }
 
 }  // namespace
@@ -157,7 +143,7 @@ bool LiteralMatrice::PositionnerXML(XmlNode document, const XMLElement& element,
     }
     XMLElement parentElement;
     if (!Convert(parent, parentElement)) return false;
-    return PositionnerXML(document, parentElement, Multiply(current, ToMatrix(parentElement)), parent, out);
+    return PositionnerXML(document, parentElement, WrittenOut(current, ToMatrix(parentElement)), parent, out);
   });
 }
 

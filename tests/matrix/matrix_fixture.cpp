@@ -43,6 +43,21 @@ PositionMatrix At(double x, double y, double z) {
   return position;
 }
 
+PositionMatrix WrittenOut(const PositionMatrix& c, const PositionMatrix& p) {
+  return {(c[0] * p[0] + c[1] * p[3]) + c[2] * p[6],
+          (c[0] * p[1] + c[1] * p[4]) + c[2] * p[7],
+          (c[0] * p[2] + c[1] * p[5]) + c[2] * p[8],
+          (c[3] * p[0] + c[4] * p[3]) + c[5] * p[6],
+          (c[3] * p[1] + c[4] * p[4]) + c[5] * p[7],
+          (c[3] * p[2] + c[4] * p[5]) + c[5] * p[8],
+          (c[6] * p[0] + c[7] * p[3]) + c[8] * p[6],
+          (c[6] * p[1] + c[7] * p[4]) + c[8] * p[7],
+          (c[6] * p[2] + c[7] * p[5]) + c[8] * p[8],
+          ((p[9] + c[9] * p[0]) + c[10] * p[3]) + c[11] * p[6],
+          ((p[10] + c[9] * p[1]) + c[10] * p[4]) + c[11] * p[7],
+          ((p[11] + c[9] * p[2]) + c[10] * p[5]) + c[11] * p[8]};
+}
+
 AssemblyStructure StructureOf(const Node& root) {
   AssemblyStructure structure{};
   structure.root = Define(root, structure);

@@ -18,6 +18,9 @@ namespace quintara::test {
 /// A position moved to `x`, `y`, `z` and not turned.
 PositionMatrix At(double x, double y = 0, double z = 0);
 
+/// The composition written out, one line for each number, to hold the arithmetic against.
+PositionMatrix WrittenOut(const PositionMatrix& c, const PositionMatrix& p);
+
 /// A node of a product tree or of a matrix: part number, instance name, position, children.
 struct Node {
   std::string partNumber;
