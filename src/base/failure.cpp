@@ -23,6 +23,7 @@ const char* StandardText(int number) {
     case failure::kInvalidFormat: return "Invalid file format";
     case failure::kCannotCreateObject: return "ActiveX component can't create object";
     case failure::kNoSuchMember: return "Object doesn't support this property or method";
+    case failure::kServerGone: return "The remote server machine does not exist or is unavailable";
     default: return "Application-defined or object-defined error";
   }
 }

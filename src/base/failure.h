@@ -23,6 +23,8 @@ inline constexpr int kObjectNotSet = 91;
 inline constexpr int kInvalidFormat = 321;
 inline constexpr int kCannotCreateObject = 429;
 inline constexpr int kNoSuchMember = 438;
+inline constexpr int kServerGone = 462;
+inline constexpr int kRefused = 1004;
 }  // namespace failure
 
 /// The one thing that is thrown across a contract: a number and a description for the user.

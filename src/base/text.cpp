@@ -118,6 +118,16 @@ bool MatchesPattern(std::string_view pattern, std::string_view text) {
   return at == wanted.size();
 }
 
+std::vector<std::string> Split(std::string_view text, char separator) {
+  std::vector<std::string> pieces;
+  for (auto end = text.find(separator); end != text.npos; end = text.find(separator)) {
+    pieces.emplace_back(text.substr(0, end));
+    text.remove_prefix(end + 1);
+  }
+  pieces.emplace_back(text);
+  return pieces;
+}
+
 std::filesystem::path ToPath(std::string_view utf8) {
   return {std::u8string(utf8.begin(), utf8.end())};
 }

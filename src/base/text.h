@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace quintara {
 
@@ -34,6 +35,10 @@ std::string Capitals(std::string_view text);
 /// True when `text` matches `pattern` as a whole: "*" stands for any run of characters, the empty
 /// one included, "?" for exactly one. Capitals are ignored. Both are UTF-8.
 bool MatchesPattern(std::string_view pattern, std::string_view text);
+
+/// The pieces of `text` between its separators, as they stand: one more than there are separators, so
+/// that the empty text is one empty piece.
+std::vector<std::string> Split(std::string_view text, char separator);
 
 /// UTF-8 as a path of this platform, and back.
 std::filesystem::path ToPath(std::string_view utf8);

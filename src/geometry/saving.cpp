@@ -68,7 +68,10 @@ void SaveBeside(const std::string& path, const std::function<void(const std::str
 }
 
 NamelessFile::NamelessFile() {
-  auto name = FromPath(fs::temp_directory_path() / "quintara-XXXXXX");
+  std::error_code none;
+  const auto folder = fs::temp_directory_path(none);
+  if (none) throw Failure(failure::kPathNotFound, "There is no folder for temporary files: " + none.message());
+  auto name = FromPath(folder / "quintara-XXXXXX");
   file_ = mkostemp(name.data(), O_CLOEXEC);
   if (file_ < 0) FailToWrite(name, errno);
   unlink(name.c_str());

@@ -30,8 +30,8 @@ std::string KeyOf(const TDF_Label& definition, const PositionMatrix& position, c
 
 // A position that is no movement can't be written as one: its origin can, and its axes go into what
 // stands there.
-struct Split {
-  explicit Split(const PositionMatrix& position)
+struct PartedPosition {
+  explicit PartedPosition(const PositionMatrix& position)
       : movement(KindOf(position) == PositionKind::kMovement ? position : OriginOf(position)),
         axes(KindOf(position) == PositionKind::kMovement ? kIdentityPosition : AxesOf(position)) {}
 
@@ -83,7 +83,7 @@ TDF_Label SceneModel::Assembly(const SceneNode& node, const PositionMatrix& axes
   for (const auto& child : node.children) {
     const auto childPath = path + "\\" + (child.name.empty() ? child.partNumber : child.name);
     if (!Report(child, childPath)) continue;
-    const Split split(Placed(child.position, axes));
+    const PartedPosition split(Placed(child.position, axes));
     const auto definition = Definition(child, split.axes, childPath);
     if (definition.IsNull()) continue;
     children.push_back({definition, split.movement, child.name.empty() ? TitleOf(child) : child.name});

@@ -1,5 +1,6 @@
 #include "base/text.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <cstdint>
@@ -11,6 +12,8 @@
 
 namespace quintara {
 namespace {
+
+using ::testing::ElementsAre;
 
 TEST(IsUtf8, TakesEveryPlane) {
   EXPECT_TRUE(IsUtf8(""));
@@ -85,6 +88,19 @@ TEST(MatchesPattern, StaysQuickWithManyStars) {
   const std::string text(20'000, 'a');
 
   EXPECT_FALSE(MatchesPattern("*a*a*a*a*a*a*a*a*b", text));
+}
+
+TEST(Split, GivesThePiecesBetweenTheSeparatorsAsTheyStand) {
+  EXPECT_THAT(Split("a,b,c", ','), ElementsAre("a", "b", "c"));
+  EXPECT_THAT(Split(" a , b;c", ','), ElementsAre(" a ", " b;c"));
+  EXPECT_THAT(Split("no separator", ','), ElementsAre("no separator"));
+  EXPECT_THAT(Split("\xC3\xA4|\xE9\x83\xA8", '|'), ElementsAre("\xC3\xA4", "\xE9\x83\xA8"));
+}
+
+TEST(Split, GivesEmptyPiecesToo) {
+  EXPECT_THAT(Split("", ','), ElementsAre(""));
+  EXPECT_THAT(Split(",", ','), ElementsAre("", ""));
+  EXPECT_THAT(Split(",a,,b,", ','), ElementsAre("", "a", "", "b", ""));
 }
 
 TEST(CodePage1252, GivesOneByteForEachUtf16Unit) {

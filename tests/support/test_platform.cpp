@@ -2,6 +2,9 @@
 
 #include <utility>
 
+#include "access/session/process.h"
+#include "base/text.h"
+
 namespace quintara::test {
 namespace {
 
@@ -10,6 +13,11 @@ class PatientPlatform : public NativePlatform {
  public:
   PatientPlatform(std::shared_ptr<Gate> gate, BoxHandler showBox, std::vector<int>& sleeps)
       : NativePlatform(std::move(gate), std::move(showBox)), sleeps_(sleeps) {}
+
+  // Whatever the locale that the tests run under.
+  std::string DecimalSeparator() override { return "."; }
+  std::string ToCodePage(std::string_view utf8) override { return ToCodePage1252(utf8); }
+  std::string FromCodePage(std::string_view bytes) override { return FromCodePage1252(bytes); }
 
  protected:
   void Pause(int milliseconds) override { sleeps_.push_back(milliseconds); }
@@ -30,9 +38,11 @@ TestPlatform::TestPlatform() {
   };
   platform_ = std::make_shared<PatientPlatform>(gate_, showBox, sleeps_);
   before_ = InstallPlatform(platform_);
+  ResetProcess();
 }
 
 TestPlatform::~TestPlatform() {
+  ResetProcess();
   InstallPlatform(std::move(before_));
 }
 

@@ -22,7 +22,8 @@ struct Box {
 
 /// Installs a platform on the files of this machine for as long as it lives. It records the boxes
 /// and answers them from `answers`, the first one first; without any left, with the OK button.
-/// Sleeps are recorded too, and over at once.
+/// Sleeps are recorded too, and over at once. The globals of the process are those of a fresh one at its
+/// beginning and again at its end.
 class TestPlatform {
  public:
   TestPlatform();

@@ -16,6 +16,11 @@ class Product;
 class Products;
 }  // namespace zorva
 
+namespace excel {
+class Application;
+class Worksheet;
+}  // namespace excel
+
 namespace veldora {
 class HIXEngine;
 class VdAliasResults;
@@ -66,6 +71,8 @@ class AnyObject {
   virtual Ref<zorva::Product> AsProduct() { return nullptr; }
   virtual Ref<zorva::Products> AsProducts() { return nullptr; }
   virtual Ref<FileSystemObject> AsFileSystemObject() { return nullptr; }
+  virtual Ref<excel::Application> AsSpreadsheetApplication() { return nullptr; }
+  virtual Ref<excel::Worksheet> AsWorksheet() { return nullptr; }
   virtual Ref<veldora::HIXEngine> AsHIXEngine() { return nullptr; }
   virtual Ref<veldora::VdAliasResults> AsVdAliasResults() { return nullptr; }
   virtual Ref<veldora::VdApplication> AsVdApplication() { return nullptr; }

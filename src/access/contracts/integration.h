@@ -21,6 +21,12 @@ class IntegrationVault {
     bool operator==(const Identity&) const = default;
   };
 
+  /// A component as it is held now, and what shall stand in its place.
+  struct Replacement {
+    Ref<veldora::VdObject> held;
+    Ref<veldora::VdObject> by;
+  };
+
   virtual ~IntegrationVault() = default;
 
   /// The object whose file stands at `path`, as the vault noted it when it copied or took the file;
@@ -28,11 +34,12 @@ class IntegrationVault {
   virtual std::optional<Identity> NotedObject(const std::string& path) = 0;
   /// Runs `body` as one transaction: a failure in it undoes all that it changed, then comes out.
   virtual void InTransaction(const std::function<void()>& body) = 0;
-  /// Lets `parent` hold `newChild` where it held `oldChild`, with the number of instances and the
-  /// place in the order. Fails when `parent` can't be changed or doesn't hold the old one.
-  virtual void ReplaceChild(const Ref<veldora::VdObject>& parent, const Ref<veldora::VdObject>& oldChild,
-                            const Ref<veldora::VdObject>& newChild) = 0;
-  /// Stores the object's working copy, if it has one that has changed; True when it did.
+  /// Lets `parent` hold other components where it held these; number of instances and place in the
+  /// order stay. Those that become one and the same stand at the place of the first, with the
+  /// instances of all. Fails when `parent` can't be changed or doesn't hold what is to be replaced.
+  virtual void ReplaceChildren(const Ref<veldora::VdObject>& parent, const std::vector<Replacement>& replacements) = 0;
+  /// Stores the object's working copy, if it has one that has changed, or whose light file has; True
+  /// when it did.
   virtual bool StoreWorkingCopy(const Ref<veldora::VdObject>& object) = 0;
   /// Copies the files of an object and of all that it holds to the work directory. A working copy
   /// that is there stays, all else is replaced.
@@ -53,6 +60,9 @@ class IntegrationCad {
 
   /// Writes a product document under its path.
   virtual void Save(const Ref<zorva::Document>& document, const std::string& path) = 0;
+  /// Makes the light file of the part or product file at `path` anew, beside it under its name and
+  /// ".lwt". Does nothing where no geometry is built in, and for a file that has none.
+  virtual void RenewLight(const std::string& /*path*/) {}
 };
 
 }  // namespace quintara

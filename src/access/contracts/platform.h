@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 #include "access/contracts/any_object.h"
 #include "access/contracts/file_system.h"
@@ -46,6 +47,13 @@ class Platform {
 
   /// The value of an environment variable; empty when it isn't set.
   virtual std::string Environment(const std::string& name) = 0;
+  /// What parts the decimals from a number in the user's locale.
+  virtual std::string DecimalSeparator() = 0;
+  /// UTF-8 in the system's 8-bit code page, which is Windows-1252 where the system has none: one byte for
+  /// each UTF-16 unit, "?" for what the page lacks.
+  virtual std::string ToCodePage(std::string_view utf8) = 0;
+  /// The other way, a character for each byte.
+  virtual std::string FromCodePage(std::string_view bytes) = 0;
   /// Blocks the thread, the user interface included.
   virtual void Sleep(int milliseconds) = 0;
   /// Lets the user interface catch up.

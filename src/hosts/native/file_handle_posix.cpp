@@ -1,4 +1,6 @@
 #include <fcntl.h>
+#include <langinfo.h>
+#include <locale.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -6,6 +8,7 @@
 #include <cerrno>
 #include <cstdlib>
 
+#include "base/text.h"
 #include "hosts/native/file_handle.h"
 
 namespace quintara::native {
@@ -21,17 +24,9 @@ int FlagsOf(FileHandle::Use use) {
     case FileHandle::Use::kReplace: return O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC;
     case FileHandle::Use::kAppend: return O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC;
     case FileHandle::Use::kMake: return O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC;
+    case FileHandle::Use::kSync: return O_WRONLY | O_CLOEXEC;
   }
   return O_RDONLY;
-}
-
-// A rename is on the disk only once its folder is; a file system that can't sync one keeps its own promise.
-void SyncFolderOf(const std::filesystem::path& file) {
-  const auto folder = file.has_parent_path() ? file.parent_path() : std::filesystem::path(".");
-  const int descriptor = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-  if (descriptor < 0) return;
-  ::fsync(descriptor);
-  ::close(descriptor);
 }
 
 }  // namespace
@@ -74,6 +69,14 @@ bool FileHandle::Sync() {
   return ::fsync(descriptor_) == 0 || errno == EINVAL || errno == ENOTSUP || NoteError();
 }
 
+void FileHandle::BeginSync() {
+#ifdef __linux__
+  // Some file systems give a file its place on the disk only now: without this, each of many files
+  // would cost a commit of their journal when its turn comes.
+  ::sync_file_range(descriptor_, 0, 0, SYNC_FILE_RANGE_WRITE);
+#endif
+}
+
 bool FileHandle::Close() {
   if (!IsOpen()) return true;
   const int closed = ::close(descriptor_);
@@ -87,15 +90,44 @@ bool FileHandle::NoteError() {
 }
 
 std::error_code Replace(const std::filesystem::path& from, const std::filesystem::path& to) {
+  const auto error = ReplaceUnsynced(from, to);
+  if (!error) SyncFolder(to.parent_path());
+  return error;
+}
+
+std::error_code ReplaceUnsynced(const std::filesystem::path& from, const std::filesystem::path& to) {
   std::error_code error;
   std::filesystem::rename(from, to, error);
-  if (!error) SyncFolderOf(to);
   return error;
+}
+
+void SyncFolder(const std::filesystem::path& folder) {
+  const int descriptor = ::open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+  if (descriptor < 0) return;
+  ::fsync(descriptor);
+  ::close(descriptor);
 }
 
 std::string EnvironmentValue(const std::string& name) {
   const char* const value = std::getenv(name.c_str());
   return value == nullptr ? std::string() : value;
+}
+
+// The process's own locale stays that of plain C, so the user's is asked for.
+std::string DecimalSeparator() {
+  const auto locale = ::newlocale(LC_NUMERIC_MASK, "", nullptr);
+  if (locale == nullptr) return ".";
+  const std::string separator = ::nl_langinfo_l(RADIXCHAR, locale);
+  ::freelocale(locale);
+  return separator;
+}
+
+std::string ToCodePage(std::string_view utf8) {
+  return ToCodePage1252(utf8);
+}
+
+std::string FromCodePage(std::string_view bytes) {
+  return FromCodePage1252(bytes);
 }
 
 }  // namespace quintara::native

@@ -22,8 +22,26 @@ int FlagsOf(FileHandle::Use use) {
     case FileHandle::Use::kReplace: return _O_WRONLY | _O_CREAT | _O_TRUNC | _O_BINARY | _O_NOINHERIT;
     case FileHandle::Use::kAppend: return _O_WRONLY | _O_CREAT | _O_APPEND | _O_BINARY | _O_NOINHERIT;
     case FileHandle::Use::kMake: return _O_WRONLY | _O_CREAT | _O_EXCL | _O_BINARY | _O_NOINHERIT;
+    case FileHandle::Use::kSync: return _O_WRONLY | _O_BINARY | _O_NOINHERIT;
   }
   return _O_RDONLY | _O_BINARY;
+}
+
+// A system may be set to UTF-8, in which only ASCII has one byte for a character.
+bool HasEightBitPage() {
+  return ::GetACP() != CP_UTF8;
+}
+
+char PageByte(wchar_t unit) {
+  std::array<char, 8> bytes{};
+  const int length =
+      ::WideCharToMultiByte(CP_ACP, WC_NO_BEST_FIT_CHARS, &unit, 1, bytes.data(), int{bytes.size()}, nullptr, nullptr);
+  return length == 1 ? bytes[0] : '?';
+}
+
+wchar_t PageCharacter(char byte) {
+  wchar_t unit = 0;
+  return ::MultiByteToWideChar(CP_ACP, 0, &byte, 1, &unit, 1) == 1 ? unit : L'?';
 }
 
 }  // namespace
@@ -70,6 +88,8 @@ bool FileHandle::Sync() {
   return ::_commit(descriptor_) == 0 || !IsRegular() || NoteError();
 }
 
+void FileHandle::BeginSync() {}
+
 bool FileHandle::Close() {
   if (!IsOpen()) return true;
   const int closed = ::_close(descriptor_);
@@ -87,9 +107,43 @@ std::error_code Replace(const std::filesystem::path& from, const std::filesystem
   return {static_cast<int>(::GetLastError()), std::system_category()};
 }
 
+std::error_code ReplaceUnsynced(const std::filesystem::path& from, const std::filesystem::path& to) {
+  return Replace(from, to);
+}
+
+void SyncFolder(const std::filesystem::path& /*folder*/) {}
+
 std::string EnvironmentValue(const std::string& name) {
   const wchar_t* const value = ::_wgetenv(ToPath(name).c_str());
   return value == nullptr ? std::string() : FromPath(value);
+}
+
+std::string DecimalSeparator() {
+  std::array<wchar_t, 8> text{};  // four characters at most, says the system
+  const int length = ::GetLocaleInfoEx(LOCALE_NAME_USER_DEFAULT, LOCALE_SDECIMAL, text.data(), int{text.size()});
+  return length == 0 ? "." : FromPath(text.data());
+}
+
+std::string ToCodePage(std::string_view utf8) {
+  constexpr std::int32_t kFirstPair = 0x10000;
+  if (!HasEightBitPage()) return ToCodePage1252(utf8);
+  std::string bytes;
+  while (!utf8.empty()) {
+    const auto code = TakeCharacter(utf8).code;
+    if (code < 0 || code >= kFirstPair) {
+      bytes.append(code < 0 ? 1 : 2, '?');
+    } else {
+      bytes.push_back(PageByte(static_cast<wchar_t>(code)));
+    }
+  }
+  return bytes;
+}
+
+std::string FromCodePage(std::string_view bytes) {
+  if (!HasEightBitPage()) return FromCodePage1252(bytes);
+  std::string text;
+  for (const char byte : bytes) AppendCharacter(text, PageCharacter(byte));
+  return text;
 }
 
 }  // namespace quintara::native

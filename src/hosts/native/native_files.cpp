@@ -2,6 +2,7 @@
 
 #include <filesystem>
 #include <optional>
+#include <set>
 #include <system_error>
 #include <utility>
 
@@ -47,14 +48,28 @@ void LiftWriteProtection(const std::string& path, bool force) {
   fs::permissions(ToPath(path), fs::perms::owner_write, fs::perm_options::add, error);
 }
 
-void WriteTo(native::FileHandle& file, const fs::path& path, const std::string& bytes) {
+enum class Syncing { kNow, kLater };
+
+bool Synced(native::FileHandle& file, Syncing when) {
+  if (when == Syncing::kNow) return file.Sync();
+  file.BeginSync();
+  return true;
+}
+
+void WriteTo(native::FileHandle& file, const fs::path& path, const std::string& bytes, Syncing when) {
   const bool ours = file.IsRegular();
-  if (file.WriteAll(bytes) && file.Sync() && file.Close()) return;
+  if (file.WriteAll(bytes) && Synced(file, when) && file.Close()) return;
   const auto error = file.Error();
   file.Close();
   std::error_code ignored;
   if (ours) fs::remove(path, ignored);
   native::ThrowFileFailure(error, FromPath(path));
+}
+
+void Overwrite(const std::string& path, const std::string& bytes, Syncing when) {
+  native::FileHandle file(ToPath(path), native::FileHandle::Use::kReplace);
+  if (!file.IsOpen()) native::ThrowFileFailure(file.Error(), path);
+  WriteTo(file, ToPath(path), bytes, when);
 }
 
 // A link that leads nowhere stands for itself.
@@ -85,7 +100,7 @@ class FileBeside {
       native::FileHandle file(path_, native::FileHandle::Use::kMake);
       if (!file.IsOpen() && file.Error() == std::errc::file_exists) continue;
       if (!file.IsOpen()) native::ThrowFileFailure(file.Error(), FromPath(path_));
-      WriteTo(file, path_, bytes);
+      WriteTo(file, path_, bytes, Syncing::kNow);
       return;
     }
   }
@@ -160,9 +175,23 @@ std::string NativeContents::Read(const std::string& path) {
 
 void NativeContents::Write(const std::string& path, const std::string& bytes) {
   gate_->Pass("Files.Write", [&] { return path; });
-  native::FileHandle file(ToPath(path), native::FileHandle::Use::kReplace);
-  if (!file.IsOpen()) native::ThrowFileFailure(file.Error(), path);
-  WriteTo(file, ToPath(path), bytes);
+  Overwrite(path, bytes, Syncing::kNow);
+}
+
+void NativeContents::WriteUnsynced(const std::string& path, const std::string& bytes) {
+  gate_->Pass("Files.Write", [&] { return path; });
+  Overwrite(path, bytes, Syncing::kLater);
+}
+
+void NativeContents::SyncAll(const std::vector<std::string>& paths) {
+  std::set<fs::path::string_type> folders;
+  for (const auto& path : paths) {
+    gate_->Pass("Files.Sync", [&] { return path; });
+    native::FileHandle file(ToPath(path), native::FileHandle::Use::kSync);
+    if (!file.IsOpen() || !file.Sync()) native::ThrowFileFailure(file.Error(), path);
+    folders.insert(ToPath(path).parent_path().native());
+  }
+  for (const auto& folder : folders) native::SyncFolder(folder);
 }
 
 void NativeContents::WriteWhole(const std::string& path, const std::string& bytes) {
@@ -179,6 +208,23 @@ void NativeContents::WriteWhole(const std::string& path, const std::string& byte
 void NativeContents::Rename(const std::string& from, const std::string& to) {
   gate_->Pass("Files.Rename", [&] { return from + ", " + to; });
   if (const auto error = native::Replace(ToPath(from), ToPath(to))) native::ThrowFileFailure(error, from, to);
+}
+
+void NativeContents::RenameAll(const std::vector<NewName>& names) {
+  std::set<fs::path::string_type> folders;
+  std::optional<Failure> first;
+  for (const auto& [from, to] : names) {
+    try {
+      gate_->Pass("Files.Rename", [&] { return from + ", " + to; });
+      if (const auto error = native::ReplaceUnsynced(ToPath(from), ToPath(to)))
+        native::ThrowFileFailure(error, from, to);
+      folders.insert(ToPath(to).parent_path().native());
+    } catch (const Failure& failure) {
+      if (!first) first = failure;
+    }
+  }
+  for (const auto& folder : folders) native::SyncFolder(folder);
+  if (first) throw Failure(*first);
 }
 
 }  // namespace quintara

@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "access/contracts/file_system.h"
 #include "hosts/gate/gate.h"
@@ -32,9 +33,15 @@ class NativeContents : public FileContents {
 
   std::string Read(const std::string& path) override;
   void Write(const std::string& path, const std::string& bytes) override;
+  /// Passes as "Files.Write" too.
+  void WriteUnsynced(const std::string& path, const std::string& bytes) override;
+  /// Passes as "Files.Sync(path)" for each.
+  void SyncAll(const std::vector<std::string>& paths) override;
   /// Passes as the writing of the file beside and its renaming.
   void WriteWhole(const std::string& path, const std::string& bytes) override;
   void Rename(const std::string& from, const std::string& to) override;
+  /// Passes as so many renamings.
+  void RenameAll(const std::vector<NewName>& names) override;
 
  private:
   std::shared_ptr<Gate> gate_;

@@ -98,6 +98,18 @@ std::string NativePlatform::Environment(const std::string& name) {
   return native::EnvironmentValue(name);
 }
 
+std::string NativePlatform::DecimalSeparator() {
+  return native::DecimalSeparator();
+}
+
+std::string NativePlatform::ToCodePage(std::string_view utf8) {
+  return native::ToCodePage(utf8);
+}
+
+std::string NativePlatform::FromCodePage(std::string_view bytes) {
+  return native::FromCodePage(bytes);
+}
+
 void NativePlatform::Sleep(int milliseconds) {
   Pause(milliseconds);
   CallAll(onSleep_);

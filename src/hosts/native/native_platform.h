@@ -15,7 +15,7 @@ namespace quintara {
 /// of this machine, and boxes that whoever made the platform answers. `Attach`, `Create` and
 /// `LogEvent` pass the gate, as all operations on files do. The rest passes none: boxes go to their
 /// handler and sleeps to their listeners, which can record them and fail themselves, and reading the
-/// environment or handing out the file objects can't fail.
+/// environment and the locale or handing out the file objects can't fail.
 class NativePlatform : public Platform {
  public:
   /// Answers a box with a button code. Without a handler a box is answered with No or Cancel where
@@ -41,6 +41,9 @@ class NativePlatform : public Platform {
   FileContents& Contents() override;
   int ShowBox(const std::string& text, int style, const std::string& title) override;
   std::string Environment(const std::string& name) override;
+  std::string DecimalSeparator() override;
+  std::string ToCodePage(std::string_view utf8) override;
+  std::string FromCodePage(std::string_view bytes) override;
   void Sleep(int milliseconds) override;
   void Yield() override;
   void LogEvent(const std::string& logPath, const std::string& text, int type) override;

@@ -20,8 +20,11 @@ class MemoryFiles : public FileContents {
     return file->second;
   }
   void Write(const std::string&, const std::string&) override { throw Failure(failure::kPermissionDenied); }
+  void WriteUnsynced(const std::string&, const std::string&) override { throw Failure(failure::kPermissionDenied); }
+  void SyncAll(const std::vector<std::string>&) override { throw Failure(failure::kPermissionDenied); }
   void WriteWhole(const std::string&, const std::string&) override { throw Failure(failure::kPermissionDenied); }
   void Rename(const std::string&, const std::string&) override { throw Failure(failure::kPermissionDenied); }
+  void RenameAll(const std::vector<NewName>&) override { throw Failure(failure::kPermissionDenied); }
 
   std::map<std::string, std::string> bytes;
 };

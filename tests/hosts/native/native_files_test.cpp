@@ -174,12 +174,14 @@ TEST_F(NativeFiles, ACreatedFolderDoesNotReplaceAFile) {
 TEST_F(NativeFiles, EachOperationPassesTheGateBeforeItsEffect) {
   folder.Write("a", "text");
   for (const auto* const operation :
-       {"Files.Write", "Files.Rename", "FileSystem.DeleteFile", "FileSystem.CreateFolder", "Files.Read",
+       {"Files.Write", "Files.Sync", "Files.Rename", "FileSystem.DeleteFile", "FileSystem.CreateFolder", "Files.Read",
         "FileSystem.FileExists", "FileSystem.FolderExists", "FileSystem.GetExtensionName"}) {
     gate->FailOperation(operation);
   }
 
   FailureOf([&] { files.Write(folder.Path("b"), ""); });
+  FailureOf([&] { files.WriteUnsynced(folder.Path("b"), ""); });
+  EXPECT_NE(FailureOf([&] { files.SyncAll({folder.Path("a")}); }).Number(), 0);
   FailureOf([&] { files.Rename(folder.Path("a"), folder.Path("b")); });
   FailureOf([&] { files.Read(folder.Path("a")); });
   FailureOf([&] { fileSystem.DeleteFile(folder.Path("a"), true); });
@@ -187,6 +189,24 @@ TEST_F(NativeFiles, EachOperationPassesTheGateBeforeItsEffect) {
   FailureOf([&] { fileSystem.FileExists(folder.Path("a")); });
   FailureOf([&] { fileSystem.FolderExists(folder.Path("a")); });
   FailureOf([&] { fileSystem.GetExtensionName("a"); });
+
+  EXPECT_EQ(folder.Names(), (std::vector<std::string>{"a"}));
+}
+
+TEST_F(NativeFiles, FilesWrittenWithoutSyncingAreBroughtToTheDiskTogether) {
+  files.WriteUnsynced(folder.Path("a"), "one");
+  files.WriteUnsynced(folder.Path("b"), "two");
+
+  files.SyncAll({folder.Path("a"), folder.Path("b")});
+
+  EXPECT_EQ(folder.Read("a"), "one");
+  EXPECT_EQ(folder.Read("b"), "two");
+}
+
+TEST_F(NativeFiles, AMissingFileIsNotBroughtToTheDiskAndNotMade) {
+  files.WriteUnsynced(folder.Path("a"), "text");
+
+  EXPECT_EQ(NumberOf("gone", [&] { files.SyncAll({folder.Path("a"), folder.Path("gone")}); }), failure::kFileNotFound);
 
   EXPECT_EQ(folder.Names(), (std::vector<std::string>{"a"}));
 }
@@ -233,12 +253,13 @@ class SmallFiles {
 TEST_F(NativeFiles, AFileThatCouldNotBeWrittenWholeIsRemovedAndTheOneBeforeWithIt) {
   folder.Write("old", "old");
   const std::string bytes(5000, 'x');
-  int numbers[2] = {};
+  int numbers[3] = {};
 
   {
     const SmallFiles limit;
     numbers[0] = FailureOf([&] { files.Write(folder.Path("a"), bytes); }).Number();
     numbers[1] = FailureOf([&] { files.Write(folder.Path("old"), bytes); }).Number();
+    numbers[2] = FailureOf([&] { files.WriteUnsynced(folder.Path("b"), bytes); }).Number();
   }
 
   EXPECT_THAT(numbers, testing::Each(failure::kDiskFull));

@@ -111,7 +111,52 @@ TEST_F(NativePlatformTest, GivesTheEnvironment) {
   EXPECT_EQ(platform.Environment("QUINTARA_TEST_VALUE"), "Größe");
   EXPECT_EQ(platform.Environment("QUINTARA_TEST_ABSENT"), "");
 }
+
+// In a process of its own, whose locale is its own and in which the C library may keep what it reads.
+void ExpectDecimalSeparator(NativePlatform& platform, const std::string& locale, const std::string& separator) {
+  const auto answer = [&] {
+    ::setenv("LC_ALL", locale.c_str(), 1);
+    std::_Exit(platform.DecimalSeparator() == separator ? 0 : 1);
+  };
+  EXPECT_EXIT(answer(), testing::ExitedWithCode(0), "");
+}
+
+TEST_F(NativePlatformTest, TheDecimalSeparatorIsThatOfTheUsersLocale) {
+  const test::TemporaryFolder folder;
+  folder.Write("source", "LC_NUMERIC\ndecimal_point \",\"\nthousands_sep \".\"\ngrouping 3;3\nEND LC_NUMERIC\n");
+  const auto compile = "localedef -c -i '" + folder.Path("source") + "' -f ANSI_X3.4-1968 '" + folder.Path("comma") +
+                       "' >'" + folder.Path("log") + "' 2>&1";
+  if (std::system(compile.c_str()) < 0 || !folder.Has("comma")) GTEST_SKIP() << "no locale could be made";
+  ::setenv("LOCPATH", folder.Path().c_str(), 1);
+
+  ExpectDecimalSeparator(platform, "comma", ",");
+
+  ::unsetenv("LOCPATH");
+}
+
+TEST_F(NativePlatformTest, TheDecimalSeparatorOfALocaleThatIsNotThereIsAPoint) {
+  ExpectDecimalSeparator(platform, "nowhere", ".");
+}
+
+TEST_F(NativePlatformTest, TheCodePageIsWindows1252WhereTheSystemHasNone) {
+  EXPECT_EQ(platform.ToCodePage("é€Ж"), "\xE9\x80?");
+  EXPECT_EQ(platform.FromCodePage("\xE9\x80"), "é€");
+}
 #endif
+
+TEST_F(NativePlatformTest, ACodePageHasOneByteForEachUtf16Unit) {
+  EXPECT_EQ(platform.ToCodePage("BOLT 1"), "BOLT 1");
+  EXPECT_EQ(platform.ToCodePage("\xE9\x83\xA8|\xF0\x9F\x94\xA9|\xFF").size(), 6U);
+  EXPECT_EQ(platform.ToCodePage("").size(), 0U);
+}
+
+TEST_F(NativePlatformTest, EveryByteOfACodePageIsOneCharacter) {
+  for (int byte = 0; byte < 128; ++byte) {
+    const std::string text(1, static_cast<char>(byte));
+    EXPECT_EQ(platform.FromCodePage(text), text) << byte;
+    EXPECT_EQ(platform.ToCodePage(text), text) << byte;
+  }
+}
 
 TEST_F(NativePlatformTest, AnEventIsOneLineAtTheEndOfTheLog) {
   const test::TemporaryFolder folder;
