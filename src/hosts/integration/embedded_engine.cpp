@@ -1,10 +1,9 @@
 #include "hosts/integration/embedded_engine.h"
 
-#include <filesystem>
 #include <utility>
 
 #include "base/failure.h"
-#include "base/text.h"
+#include "base/file_names.h"
 #include "hosts/integration/structure_refresh.h"
 
 namespace quintara {
@@ -13,6 +12,10 @@ namespace {
 using Identity = IntegrationVault::Identity;
 using veldora::HIXDocument;
 using veldora::VdObject;
+
+std::string FileNameOf(const Ref<VdObject>& object) {
+  return object->Record()->ValueAsString("CAD_REF_FILE_NAME");
+}
 
 /// The handle of a vault object and, once it is asked for, of its document in the CAD host.
 class DocumentObject final : public HIXDocument {
@@ -29,11 +32,11 @@ class DocumentObject final : public HIXDocument {
   /// Where the object's file stands in the work directory.
   std::string Path() const {
     const auto object = around_.session->ObjectStore()->ObjectById(identity.classId, identity.objectId);
-    const auto name = object->Record()->ValueAsString("CAD_REF_FILE_NAME");
-    if (name.empty() || ToPath(name).filename() != ToPath(name)) {
+    const auto name = FileNameOf(object);
+    if (name.empty()) {
       throw Failure(failure::kFileNotFound, "The vault object " + std::to_string(identity.objectId) + " has no file");
     }
-    return FromPath(ToPath(around_.vault->WorkDirectory()) / ToPath(name));
+    return PathIn(around_.vault->WorkDirectory(), name);
   }
 
   Identity identity;
@@ -52,6 +55,10 @@ DocumentObject& OwnHandle(const Ref<HIXDocument>& handle) {
 
 Identity IdentityOf(const Ref<VdObject>& object) {
   return {object->ClassId(), object->ObjectId()};
+}
+
+std::pair<std::int16_t, std::int32_t> KeyOf(const Identity& identity) {
+  return {identity.classId, identity.objectId};
 }
 
 }  // namespace
@@ -74,11 +81,13 @@ bool EmbeddedEngine::IsConnected() {
   return connected_;
 }
 
-void EmbeddedEngine::Connect(const std::string& login, const std::string& /*password*/) {
+void EmbeddedEngine::Connect(const std::string& login, const std::string& password) {
   around_.gate->Pass("HIXEngine.Connect", [] { return std::string("***"); });
   // The engine works in the vault's session, so the user is the one who is logged on there.
-  if (around_.session->UserMetaInfo()->Login() != login) {
-    throw Failure(failure::kPermissionDenied, "The user \"" + login + "\" isn't logged on to the vault");
+  const auto user = around_.session->UserMetaInfo();
+  if (user->Login() != login || user->Password() != password) {
+    throw Failure(failure::kPermissionDenied,
+                  "The user \"" + login + "\" isn't logged on to the vault with this password");
   }
   connected_ = true;
 }
@@ -141,7 +150,13 @@ void EmbeddedEngine::CheckOutDocument(const Ref<HIXDocument>& handle) {
   });
   own.identity = identity;
   own.document = opened;
-  taken_ = std::move(refreshed.taken);
+  taken_[KeyOf(identity)] = std::move(refreshed.taken);
+}
+
+std::vector<Ref<VdObject>> EmbeddedEngine::TakenWith(const Identity& identity) const {
+  const auto taken = taken_.find(KeyOf(identity));
+  if (taken != taken_.end()) return taken->second;
+  return {ObjectOf(identity)};
 }
 
 void EmbeddedEngine::CommitStep1(const Ref<HIXDocument>& handle) {
@@ -150,19 +165,23 @@ void EmbeddedEngine::CommitStep1(const Ref<HIXDocument>& handle) {
   auto& own = OwnHandle(handle);
   around_.vault->InTransaction([&] {
     if (own.document && own.document->AsProductDocument()) around_.cad->Save(own.document, own.Path());
-    for (const auto& object : taken_) around_.vault->StoreWorkingCopy(object);
+    for (const auto& object : TakenWith(own.identity)) {
+      const auto name = FileNameOf(object);
+      if (!name.empty()) around_.cad->RenewLight(PathIn(around_.vault->WorkDirectory(), name));
+      around_.vault->StoreWorkingCopy(object);
+    }
   });
 }
 
 void EmbeddedEngine::CommitStep2(const Ref<HIXDocument>& handle) {
   around_.gate->Pass("HIXEngine.CommitStep2");
   RequireConnected();
-  OwnHandle(handle);
+  const auto identity = OwnHandle(handle).identity;
   const auto util = around_.session->GetService("VdUtil.VdSessionUtil")->AsVdSessionUtil();
   around_.vault->InTransaction([&] {
-    for (const auto& object : taken_) util->CheckIn(object, nullptr, false);
+    for (const auto& object : TakenWith(identity)) util->CheckIn(object, nullptr, false);
   });
-  taken_.clear();
+  taken_.erase(KeyOf(identity));
 }
 
 Ref<veldora::HIXEngine> EmbeddedEngine::AsHIXEngine() {

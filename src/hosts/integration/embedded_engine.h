@@ -1,7 +1,10 @@
 #pragma once
 
+#include <cstdint>
+#include <map>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "access/contracts/integration.h"
@@ -37,6 +40,8 @@ class EmbeddedEngine final : public veldora::HIXEngine, public std::enable_share
   /// Takes newer revisions, check-outs, new releases and replaced files only as far as the
   /// configuration in force lets it; afterwards the handle is that of the revision it made changeable.
   void CheckOutDocument(const Ref<veldora::HIXDocument>& handle) override;
+  /// These two are about all that the check-out of this document took; about the document's own object
+  /// where it wasn't checked out here.
   void CommitStep1(const Ref<veldora::HIXDocument>& handle) override;
   void CommitStep2(const Ref<veldora::HIXDocument>& handle) override;
 
@@ -45,10 +50,12 @@ class EmbeddedEngine final : public veldora::HIXEngine, public std::enable_share
  private:
   Ref<veldora::VdObject> ObjectOf(const IntegrationVault::Identity& identity) const;
   void RequireConnected() const;
+  std::vector<Ref<veldora::VdObject>> TakenWith(const IntegrationVault::Identity& identity) const;
 
   Surroundings around_;
   bool connected_ = true;
-  std::vector<Ref<veldora::VdObject>> taken_;  ///< by the last check-out, components first
+  /// What the check-out of a root took, components first, by the root's class id and object id.
+  std::map<std::pair<std::int16_t, std::int32_t>, std::vector<Ref<veldora::VdObject>>> taken_;
 };
 
 }  // namespace quintara

@@ -88,15 +88,16 @@ class Refresh {
   }
 
   void Treat(std::size_t index) {
-    std::vector<Node::Edge> outdated;
+    std::vector<IntegrationVault::Replacement> outdated;
     for (const auto& edge : nodes_[index].children) {
-      if (KeyOf(edge.linked) != KeyOf(nodes_[edge.target].object)) outdated.push_back(edge);
+      const auto& present = nodes_[edge.target].object;
+      if (KeyOf(edge.linked) != KeyOf(present)) outdated.push_back({edge.linked, present});
     }
     if (outdated.empty() && index != 0) return;
     auto& object = nodes_[index].object;
     object = MadeChangeable(object);
     taken_.push_back(object);
-    for (const auto& edge : outdated) vault_.ReplaceChild(object, edge.linked, nodes_[edge.target].object);
+    if (!outdated.empty()) vault_.ReplaceChildren(object, outdated);
   }
 
   Ref<VdObject> MadeChangeable(const Ref<VdObject>& object) {

@@ -1,12 +1,15 @@
 #include <map>
+#include <optional>
 #include <set>
 #include <unordered_map>
 #include <utility>
 
 #include "access/contracts/veldora_objects.h"
 #include "base/failure.h"
+#include "base/text.h"
 #include "hosts/vault/core.h"
 #include "hosts/vault/deposits.h"
+#include "hosts/vault/file_names.h"
 #include "hosts/vault/object_data.h"
 #include "hosts/vault/sequences.h"
 
@@ -28,6 +31,7 @@ class Inspection {
     for (const auto& info : core_.TheSchema().Classes()) {
       if (!info->IsLink()) CheckObjects(*info);
     }
+    CheckClasses();
     CheckVersions();
     CheckLinks();
     CheckCycles();
@@ -38,14 +42,20 @@ class Inspection {
  private:
   void Find(Kind kind, std::string text) { findings_.push_back({kind, std::move(text)}); }
 
+  // Many objects may have one and the same content: it is read once.
   void CheckContent(const std::string& what, const FileStore::Content& content) {
+    auto [known, isNew] = contents_.try_emplace({content.sha256, content.size});
     referred_.insert(content.sha256);
-    try {
-      core_.Store().Read(content);
-    } catch (const Failure& failure) {
-      Find(failure.Number() == failure::kInvalidFormat ? Kind::kDamagedFile : Kind::kMissingFile,
-           what + ": " + failure.Description());
+    if (isNew) {
+      try {
+        core_.Store().Read(content);
+      } catch (const Failure& failure) {
+        known->second = failure;
+      }
     }
+    if (!known->second) return;
+    Find(known->second->Number() == failure::kInvalidFormat ? Kind::kDamagedFile : Kind::kMissingFile,
+         what + ": " + known->second->Description());
   }
 
   void CheckDeposits() {
@@ -58,21 +68,31 @@ class Inspection {
   }
 
   void CheckStrays() {
-    for (const auto& path : core_.Store().Strangers())
-      Find(Kind::kStrayFile, "\"" + path + "\" doesn't belong to the store");
+    for (const auto& path : core_.Store().Strangers()) {
+      if (!IsOnItsWay(path)) Find(Kind::kStrayFile, "\"" + path + "\" doesn't belong to the store");
+    }
     for (const auto& digest : core_.Store().Holdings()) {
       if (!referred_.contains(digest)) Find(Kind::kStrayFile, "No object has the stored file " + digest);
     }
   }
 
+  // What was committed and couldn't be moved into place serves from where it is.
+  bool IsOnItsWay(const std::string& path) const {
+    const auto name = FileNameOf(path);
+    const auto folder = FromPath(ToPath(path).parent_path().filename());
+    return folder == "incoming" && referred_.contains(name.substr(0, name.find('.')));
+  }
+
   void CheckObjects(const ClassInfo& info) {
     const bool versioned = info.IsVersioned();
-    const std::string deposit = versioned ? "t.\"TDM_FILE_ID\", t.\"DIRECTORY\"" : "NULL, NULL";
-    const auto rows = data_.Query("iiiiiit",
-                                  "SELECT o.object_id, t.\"OBJECT_ID\", t.\"STATE\", o.owner_id, o.deposit_id, " +
-                                      deposit + " FROM vd_object o LEFT JOIN " + Quoted(info.table) +
-                                      " t ON t.\"OBJECT_ID\" = o.object_id WHERE o.class_id = ? ORDER BY o.object_id",
-                                  {std::int64_t{info.id}});
+    const std::string file = versioned ? "t.\"TDM_FILE_ID\", t.\"DIRECTORY\", t.\"FILE_NAME\"" : "NULL, NULL, NULL";
+    const auto rows = data_.Query(
+        "iiiiiittitii",
+        "SELECT o.object_id, t.\"OBJECT_ID\", t.\"STATE\", o.owner_id, o.deposit_id, " + file +
+            ", d.deposit_id, d.name, t.\"CLASS_ID\", u.user_id FROM vd_object o LEFT JOIN " + Quoted(info.table) +
+            " t ON t.\"OBJECT_ID\" = o.object_id LEFT JOIN vd_deposit d ON d.deposit_id = o.deposit_id "
+            "LEFT JOIN vd_user u ON u.user_id = o.owner_id WHERE o.class_id = ? ORDER BY o.object_id",
+        {std::int64_t{info.id}});
     for (const auto& row : rows) CheckObject(info, row);
     const auto extra = data_.Query("i",
                                    "SELECT t.\"OBJECT_ID\" FROM " + Quoted(info.table) +
@@ -86,6 +106,7 @@ class Inspection {
   void CheckObject(const ClassInfo& info, const SqlRow& row) {
     const auto name = Name(info, row[0]);
     if (IntegerOf(row[1]) == 0) return Find(Kind::kObject, name + " has no attributes");
+    if (IntegerOf(row[10]) != info.id) Find(Kind::kObject, name + " has the CLASS_ID of another class");
     if (!info.IsVersioned()) return;
     const auto current = IntegerOf(row[2]);
     const auto owner = IntegerOf(row[3]);
@@ -95,9 +116,24 @@ class Inspection {
     if (current != state::kCheckedOut && current != state::kNew && owner != 0) {
       Find(Kind::kObject, name + " belongs to a user, though it isn't checked out");
     }
+    if (owner != IntegerOf(row[11])) Find(Kind::kObject, name + " belongs to a user who isn't there");
+    CheckFileOf(name, row);
+  }
+
+  void CheckFileOf(const std::string& name, const SqlRow& row) {
     const auto deposit = IntegerOf(row[4]);
-    if (deposit != IntegerOf(row[5]) || (deposit != 0 && TextOf(row[6]) != DirectoryOf(deposit))) {
+    if (deposit != 0 && IntegerOf(row[8]) == 0) return Find(Kind::kMissingFile, name + " has a file that isn't there");
+    const bool named = TextOf(row[6]) == DirectoryOf(deposit) && TextOf(row[7]) == TextOf(row[9]);
+    if (deposit != IntegerOf(row[5]) || (deposit != 0 && !named)) {
       Find(Kind::kObject, name + " names another file than it has");
+    }
+  }
+
+  void CheckClasses() {
+    for (const auto& row : data_.Query("ii", "SELECT object_id, class_id FROM vd_object ORDER BY object_id")) {
+      const auto* info = ClassOf(row[1]);
+      if (info != nullptr && !info->IsLink()) continue;
+      Find(Kind::kObject, "The object " + std::to_string(IntegerOf(row[0])) + " is of no class of objects");
     }
   }
 
@@ -107,29 +143,36 @@ class Inspection {
                                   "WHERE identity IS NOT NULL GROUP BY class_id, identity ORDER BY class_id, identity");
     for (const auto& row : rows) {
       if (IntegerOf(row[3]) == 1 && IntegerOf(row[4]) == IntegerOf(row[2])) continue;
-      Find(Kind::kVersion, core_.TheSchema().ClassById(static_cast<int>(IntegerOf(row[0]))).name + " \"" +
+      const auto* info = ClassOf(row[0]);
+      Find(Kind::kVersion, (info == nullptr ? "Class " + std::to_string(IntegerOf(row[0])) : info->name) + " \"" +
                                TextOf(row[1]) + "\" has a gap in its revisions");
     }
     for (const auto& info : core_.TheSchema().Classes()) {
       if (!info->IsVersioned()) continue;
       const auto differing = data_.Query(
-          "i", "SELECT o.object_id FROM vd_object o JOIN " + Quoted(info->table) +
-                   " t ON t.\"OBJECT_ID\" = o.object_id WHERE COALESCE(t.\"CN_ID\", '') <> COALESCE(o.identity, '')");
-      for (const auto& row : differing) Find(Kind::kVersion, Name(*info, row[0]) + " has the CN_ID of another object");
+          "i",
+          "SELECT o.object_id FROM vd_object o JOIN " + Quoted(info->table) +
+              " t ON t.\"OBJECT_ID\" = o.object_id WHERE o.identity IS NULL OR COALESCE(t.\"CN_ID\", '') <> o.identity "
+              "ORDER BY o.object_id");
+      for (const auto& row : differing) Find(Kind::kVersion, Name(*info, row[0]) + " has no CN_ID of its own");
     }
   }
 
   void CheckLinks() {
     const auto rows = data_.Query(
-        "iiii",
-        "SELECT l.\"OBJECT_ID\", l.\"CLASS_ID\", f.object_id, t.object_id FROM vd_link l "
+        "iiiiii",
+        "SELECT l.\"OBJECT_ID\", l.\"CLASS_ID\", f.object_id, t.object_id, f.class_id, t.class_id FROM vd_link l "
         "LEFT JOIN vd_object f ON f.object_id = l.from_object LEFT JOIN vd_object t ON t.object_id = l.to_object "
         "ORDER BY l.\"OBJECT_ID\"");
     for (const auto& row : rows) {
       const auto name = "Link " + std::to_string(IntegerOf(row[0]));
       if (IntegerOf(row[2]) == 0 || IntegerOf(row[3]) == 0) Find(Kind::kLink, name + " has an end that isn't there");
-      if (!core_.TheSchema().ClassById(static_cast<int>(IntegerOf(row[1]))).IsLink())
+      const auto* info = ClassOf(row[1]);
+      if (info == nullptr || !info->IsLink()) {
         Find(Kind::kLink, name + " is of no class of links");
+      } else if (info->kind == ClassKind::kStructureLink && !(IsComponent(row[4]) && IsComponent(row[5]))) {
+        Find(Kind::kLink, name + " holds in a structure what can't stand in one");
+      }
     }
     const auto places = data_.Query("i",
                                     "SELECT from_object FROM vd_link GROUP BY from_object, \"CLASS_ID\" "
@@ -180,6 +223,18 @@ class Inspection {
     }
   }
 
+  const ClassInfo* ClassOf(const SqlValue& id) const {
+    for (const auto& info : core_.TheSchema().Classes()) {
+      if (info->id == IntegerOf(id)) return info.get();
+    }
+    return nullptr;
+  }
+  // An end that isn't there has been told of already.
+  bool IsComponent(const SqlValue& classId) const {
+    const auto* info = ClassOf(classId);
+    return IntegerOf(classId) == 0 || (info != nullptr && info->IsVersioned());
+  }
+
   static std::string Name(const ClassInfo& info, const SqlValue& id) {
     return Described(info, static_cast<std::int32_t>(IntegerOf(id)));
   }
@@ -188,6 +243,7 @@ class Inspection {
   Database& data_;
   std::vector<VaultFinding> findings_;
   std::set<std::string> referred_;
+  std::map<std::pair<std::string, std::int64_t>, std::optional<Failure>> contents_;
 };
 
 }  // namespace
@@ -195,6 +251,8 @@ class Inspection {
 
 std::vector<VaultFinding> EmbeddedVault::Check() {
   core_->TheGate().Pass("EmbeddedVault.Check");
+  core_->RequireLoggedOn();
+  if (core_->IsInTransaction()) throw Failure(failure::kInvalidCall, "A vault can't be checked while it is changed");
   // With the writers' lock, so that nothing is half done while it looks.
   core_->Data().Begin(true);
   try {

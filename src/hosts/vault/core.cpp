@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <utility>
 
+#include "base/attempt.h"
 #include "base/failure.h"
 #include "hosts/vault/migrations.h"
 #include "hosts/vault/users.h"
@@ -59,11 +60,13 @@ void Core::RunOuter(const std::function<void()>& body) {
     store_.Recover(isReferred);
     depth_ = 1;
     body();
+    store_.Sync();
     depth_ = 0;
   } catch (...) {
     depth_ = 0;
     store_.Discard();
     database_.Rollback();
+    RunWhenUndone();
     throw;
   }
   try {
@@ -73,13 +76,21 @@ void Core::RunOuter(const std::function<void()>& body) {
     // which knows.
     store_.Leave();
     database_.Rollback();
+    RunWhenUndone();
     throw;
   }
+  whenUndone_.clear();
   store_.Publish(isReferred);
+}
+
+void Core::RunWhenUndone() noexcept {
+  ErrorState ignored;
+  for (const auto& then : std::exchange(whenUndone_, {})) Attempt(ignored, then);
 }
 
 void Core::RunNested(const std::function<void()>& body) {
   const int level = depth_;
+  const auto before = whenUndone_.size();
   database_.SetSavepoint(level);
   ++depth_;
   try {
@@ -87,6 +98,10 @@ void Core::RunNested(const std::function<void()>& body) {
   } catch (...) {
     depth_ = level;
     database_.RollbackToSavepoint(level);
+    // Not taken out: they are undone once more if the outer one is.
+    const auto then = std::vector(whenUndone_.begin() + static_cast<std::ptrdiff_t>(before), whenUndone_.end());
+    ErrorState ignored;
+    for (const auto& one : then) Attempt(ignored, one);
     throw;
   }
   depth_ = level;
@@ -94,11 +109,9 @@ void Core::RunNested(const std::function<void()>& body) {
 }
 
 bool Core::IsReferred(const std::string& sha256) {
-  const auto count = [&](const std::string& column) {
-    return IntegerOf(
-        database_.QueryOne(ColumnType::kInteger, "SELECT COUNT(*) FROM vd_deposit WHERE " + column + " = ?", {sha256}));
-  };
-  return count("sha256") != 0 || count("light_sha256") != 0;
+  const auto* sql =
+      "SELECT 1 FROM vd_deposit WHERE sha256 = ? UNION ALL SELECT 1 FROM vd_deposit WHERE light_sha256 = ? LIMIT 1";
+  return IntegerOf(database_.QueryOne(ColumnType::kInteger, sql, {sha256, sha256})) != 0;
 }
 
 void Core::LogOn(const std::string& login, const std::string& password) {
@@ -108,7 +121,7 @@ void Core::LogOn(const std::string& login, const std::string& password) {
   loggedOn_ = true;
   configAtLogOn_.clear();
   for (const auto& row :
-       database_.Query("tt", "SELECT path, value FROM vd_config WHERE user_id = ?", {std::int64_t{userId_}})) {
+       database_.Query("tt", "SELECT path, value FROM vd_config WHERE user_id IN (0, ?)", {std::int64_t{userId_}})) {
     configAtLogOn_[TextOf(row[0])] = TextOf(row[1]);
   }
 }
@@ -126,6 +139,13 @@ void Core::RequireRight(const std::string& operation, const ClassInfo& info) {
   if (IsAllowed(database_, userId_, schema_.OperationByName(operation), info.id)) return;
   throw Failure(failure::kPermissionDenied, "The user \"" + login_ + "\" has no right to " + operation +
                                                 " on objects of the class \"" + info.name + "\"");
+}
+
+void Core::RequireAdministrator() {
+  RequireLoggedOn();
+  if (IsAllowed(database_, userId_, 0, 0)) return;
+  throw Failure(failure::kPermissionDenied,
+                "The user \"" + login_ + "\" hasn't all rights, and so can't change those of users");
 }
 
 // What lies under "$User" is each user's own, all else everybody's.

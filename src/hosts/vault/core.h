@@ -5,6 +5,8 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "access/contracts/file_system.h"
 #include "hosts/gate/gate.h"
@@ -42,6 +44,9 @@ class Core {
   /// Runs `body` as one transaction, or as a savepoint of the one that is under way. A failure in it
   /// undoes all that it changed, in the database and in the store, and comes out.
   void InTransaction(const std::function<void()>& body);
+  bool IsInTransaction() const noexcept { return depth_ > 0; }
+  /// Lets `then` run, once, when the transaction that is under way is undone, after that.
+  void WhenUndone(std::function<void()> then) { whenUndone_.push_back(std::move(then)); }
 
   // The user.
   void LogOn(const std::string& login, const std::string& password);
@@ -52,6 +57,8 @@ class Core {
   const std::string& Password() const { return password_; }
   /// Fails, naming user, operation and class, where the right is missing.
   void RequireRight(const std::string& operation, const ClassInfo& info);
+  /// Fails for a user without the right to all operations on all classes.
+  void RequireAdministrator();
 
   // Configuration.
   std::string ConfigValue(const std::string& path);
@@ -63,6 +70,7 @@ class Core {
 
  private:
   void RunOuter(const std::function<void()>& body);
+  void RunWhenUndone() noexcept;
   void RunNested(const std::function<void()>& body);
   bool IsReferred(const std::string& sha256);
   std::int64_t ConfigOwner(const std::string& path) const;
@@ -73,6 +81,7 @@ class Core {
   FileStore store_;
   Schema schema_;
   int depth_ = 0;
+  std::vector<std::function<void()>> whenUndone_;
   bool loggedOn_ = false;
   std::int32_t userId_ = 0;
   std::string login_;

@@ -6,6 +6,8 @@
 #include <utility>
 
 #include "base/failure.h"
+#include "base/text.h"
+#include "hosts/vault/connection_text.h"
 
 extern "C" {
 const soci::backend_factory* factory_sqlite3();
@@ -18,9 +20,14 @@ namespace {
 constexpr std::string_view kSqlitePrefix = "sqlite:";
 constexpr std::string_view kPostgresPrefix = "postgresql://";
 
-[[noreturn]] void ThrowDatabaseFailure(const soci::soci_error& error) {
+std::string MessageOf(const soci::soci_error& error) {
   std::string message = error.get_error_message();
   while (!message.empty() && (message.back() == '\n' || message.back() == ' ')) message.pop_back();
+  return message;
+}
+
+[[noreturn]] void ThrowDatabaseFailure(const soci::soci_error& error) {
+  const auto message = MessageOf(error);
   const bool locked =
       message.find("database is locked") != message.npos || message.find("lock timeout") != message.npos;
   if (locked) throw Failure(failure::kPermissionDenied, "The vault's database is locked by another process");
@@ -57,25 +64,35 @@ std::string SqliteTarget(std::string_view path) {
   return "db=\"" + std::string(path) + "\" timeout=60";
 }
 
-// Behind the scheme stand either "KEY=VALUE ..." or what makes the whole an address.
-std::string PostgresTarget(const std::string& connection) {
-  const auto rest = connection.substr(kPostgresPrefix.size());
-  const auto equals = rest.find('=');
-  const bool pairs = rest.empty() || (equals != rest.npos && equals < rest.find_first_of("/@:?"));
-  return pairs ? rest : connection;
+// Messages of the server's library may repeat pieces of the connection.
+std::unique_ptr<soci::session> ConnectedToPostgres(const std::string& connection) {
+  const auto target = HoldsPairs(connection) ? connection.substr(kPostgresPrefix.size()) : connection;
+  try {
+    return std::make_unique<soci::session>(*factory_postgresql(), target);
+  } catch (const soci::soci_error& error) {
+    throw Failure(failure::kDeviceError, "The vault's database: " + WithoutSecretsOf(connection, MessageOf(error)));
+  }
 }
 
 std::unique_ptr<soci::session> Connected(const std::string& connection) {
   return Guarded([&] {
-    if (connection.starts_with(kPostgresPrefix)) {
-      return std::make_unique<soci::session>(*factory_postgresql(), PostgresTarget(connection));
-    }
+    if (connection.starts_with(kPostgresPrefix)) return ConnectedToPostgres(connection);
     if (!connection.starts_with(kSqlitePrefix)) {
       throw Failure(failure::kInvalidCall, "A vault's database is \"sqlite:PATH\" or \"postgresql://...\"");
     }
     return std::make_unique<soci::session>(*factory_sqlite3(),
                                            SqliteTarget(std::string_view(connection).substr(kSqlitePrefix.size())));
   });
+}
+
+// What is no text means something else to each database: one cuts it off, another fails and takes the
+// whole transaction with it.
+void RequireTexts(const std::vector<SqlValue>& values) {
+  for (const auto& value : values) {
+    const auto* text = std::get_if<std::string>(&value);
+    if (text == nullptr || (IsUtf8(*text) && text->find('\0') == text->npos)) continue;
+    throw Failure(failure::kInvalidCall, "What the vault was asked for holds a character that no text has");
+  }
 }
 
 }  // namespace
@@ -157,6 +174,7 @@ Database::~Database() = default;
 
 Database::Prepared& Database::PreparedFor(std::string_view columns, const std::string& sql,
                                           const std::vector<SqlValue>& values) {
+  ++count_;
   std::string key = sql + '\n';
   key += columns;
   key += '\n';
@@ -191,6 +209,7 @@ Database::Prepared& Database::PreparedFor(std::string_view columns, const std::s
 
 std::vector<SqlRow> Database::Query(std::string_view columns, const std::string& sql,
                                     const std::vector<SqlValue>& values) {
+  RequireTexts(values);
   return Guarded([&] {
     auto& prepared = PreparedFor(columns, sql, values);
     prepared.Bind(values);
@@ -209,6 +228,7 @@ SqlValue Database::QueryOne(ColumnType type, const std::string& sql, const std::
 }
 
 void Database::Execute(const std::string& sql, const std::vector<SqlValue>& values) {
+  RequireTexts(values);
   Guarded([&] {
     auto& prepared = PreparedFor({}, sql, values);
     prepared.Bind(values);
@@ -217,6 +237,7 @@ void Database::Execute(const std::string& sql, const std::vector<SqlValue>& valu
 }
 
 void Database::ExecuteOnce(const std::string& sql) {
+  ++count_;
   Guarded([&] { *statements_->session << sql; });
 }
 

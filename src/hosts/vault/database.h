@@ -47,6 +47,9 @@ class Database {
   bool Begin(bool wait);
   void Commit();
   void Rollback() noexcept;
+  /// The statements run so far.
+  std::int64_t StatementCount() const noexcept { return count_; }
+
   void SetSavepoint(int level);
   void ReleaseSavepoint(int level);
   void RollbackToSavepoint(int level) noexcept;
@@ -59,6 +62,7 @@ class Database {
   bool LockAlone(bool wait);
 
   bool postgres_;
+  std::int64_t count_ = 0;
   std::unique_ptr<Statements> statements_;
 };
 

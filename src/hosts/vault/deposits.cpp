@@ -18,14 +18,6 @@ bool IsFile(const std::string& path) {
   return std::filesystem::is_regular_file(ToPath(path), ignored);
 }
 
-// Beside the file it may bear the name that it has in the vault, or that of the file itself.
-std::optional<std::string> LightBeside(const std::string& path, const std::string& name) {
-  const auto vaultName = FromPath(ToPath(path).replace_filename(ToPath(name + ".lwt")));
-  if (IsFile(vaultName)) return vaultName;
-  if (IsFile(path + ".lwt")) return path + ".lwt";
-  return std::nullopt;
-}
-
 }  // namespace
 
 std::string DirectoryOf(std::int64_t deposit) {
@@ -64,6 +56,13 @@ Deposit MakeDeposit(Core& core, const std::string& name, const FileStore::Conten
       "INSERT INTO vd_deposit (deposit_id, name, sha256, size, light_sha256, light_size) VALUES (?, ?, ?, ?, ?, ?)",
       {id, name, file.sha256, file.size, lightContent.sha256, lightContent.size});
   return {id, name, file, light};
+}
+
+std::optional<std::string> LightBeside(const std::string& path, const std::string& name) {
+  const auto vaultName = FromPath(ToPath(path).replace_filename(ToPath(name + ".lwt")));
+  if (IsFile(vaultName)) return vaultName;
+  if (IsFile(path + ".lwt")) return path + ".lwt";
+  return std::nullopt;
 }
 
 Deposit DepositFile(Core& core, const std::string& name, const std::string& path,

@@ -32,6 +32,10 @@ std::optional<Deposit> FindDeposit(Database& database, std::int64_t id);
 Deposit MakeDeposit(Core& core, const std::string& name, const FileStore::Content& file,
                     const std::optional<FileStore::Content>& light);
 
+/// The light file that would be taken along with the file at `path`: beside it under the name that it
+/// has in the vault, or that of the file itself; nothing where neither stands there.
+std::optional<std::string> LightBeside(const std::string& path, const std::string& name);
+
 /// Takes the file at `path` in as `name`, with the light representation that stands beside it, else
 /// with that of `before`.
 Deposit DepositFile(Core& core, const std::string& name, const std::string& path, const std::optional<Deposit>& before);

@@ -11,6 +11,7 @@
 #include "hosts/vault/links.h"
 #include "hosts/vault/object.h"
 #include "hosts/vault/object_storage.h"
+#include "hosts/vault/query.h"
 #include "hosts/vault/schema_setup.h"
 #include "hosts/vault/service_objects.h"
 #include "hosts/vault/session_objects.h"
@@ -31,27 +32,6 @@ std::int32_t OperationOrAll(const vault::Core& core, const std::string& name) {
 
 std::int16_t ClassOrAll(const vault::Core& core, const std::string& name) {
   return name.empty() ? std::int16_t{0} : core.TheSchema().ClassByName(name).id;
-}
-
-std::vector<EmbeddedVault::Listed> Listing(vault::Core& core, const std::string& condition,
-                                           const std::vector<vault::SqlValue>& values) {
-  std::vector<EmbeddedVault::Listed> found;
-  for (const auto& info : core.TheSchema().Classes()) {
-    if (!info->IsVersioned() || info->table == vault::kDocumentTable) continue;
-    const auto rows = core.Data().Query(
-        "itti",
-        "SELECT c.\"OBJECT_ID\", c.\"NM_CN_PART_NUMBER\", c.\"REVISION\", c.\"STATE\" FROM " +
-            vault::Quoted(info->table) + " c JOIN vd_object o ON o.object_id = c.\"OBJECT_ID\" WHERE " + condition +
-            " ORDER BY c.\"OBJECT_ID\"",
-        values);
-    for (const auto& row : rows) {
-      found.push_back({{info->id, static_cast<std::int32_t>(vault::IntegerOf(row[0]))},
-                       vault::TextOf(row[1]),
-                       vault::TextOf(row[2]),
-                       static_cast<int>(vault::IntegerOf(row[3]))});
-    }
-  }
-  return found;
 }
 
 }  // namespace
@@ -92,6 +72,7 @@ void EmbeddedVault::InTransaction(const std::function<void()>& body) {
 
 void EmbeddedVault::AddUser(const std::string& login, const std::string& password, bool allRights) {
   core_->TheGate().Pass("EmbeddedVault.AddUser", [&] { return login + ", ***"; });
+  core_->RequireAdministrator();
   core_->InTransaction([&] {
     const auto id = vault::AddUser(core_->Data(), login, password);
     if (allRights) vault::Grant(core_->Data(), id, 0, 0);
@@ -100,6 +81,7 @@ void EmbeddedVault::AddUser(const std::string& login, const std::string& passwor
 
 void EmbeddedVault::Grant(const std::string& login, const std::string& operation, const std::string& className) {
   core_->TheGate().Pass("EmbeddedVault.Grant", [&] { return login + ", " + operation + ", " + className; });
+  core_->RequireAdministrator();
   core_->InTransaction([&] {
     vault::Grant(core_->Data(), KnownUser(*core_, login), OperationOrAll(*core_, operation),
                  ClassOrAll(*core_, className));
@@ -108,6 +90,7 @@ void EmbeddedVault::Grant(const std::string& login, const std::string& operation
 
 void EmbeddedVault::Revoke(const std::string& login, const std::string& operation, const std::string& className) {
   core_->TheGate().Pass("EmbeddedVault.Revoke", [&] { return login + ", " + operation + ", " + className; });
+  core_->RequireAdministrator();
   core_->InTransaction([&] {
     vault::Revoke(core_->Data(), KnownUser(*core_, login), OperationOrAll(*core_, operation),
                   ClassOrAll(*core_, className));
@@ -178,32 +161,19 @@ Ref<veldora::VdObject> EmbeddedVault::NewRevision(const Ref<veldora::VdObject>& 
 std::string EmbeddedVault::FileOf(const Ref<veldora::VdObject>& object) {
   core_->TheGate().Pass("EmbeddedVault.FileOf");
   core_->RequireLoggedOn();
-  const auto deposit = vault::DepositOf(*vault::DataOf(object));
+  const auto& data = *vault::DataOf(object);
+  core_->RequireRight(vault::operation::kCopyFile, data.Info());
+  const auto deposit = vault::DepositOf(data);
   return deposit ? core_->Store().Read(deposit->file) : std::string();
 }
 
 std::string EmbeddedVault::LightFileOf(const Ref<veldora::VdObject>& object) {
   core_->TheGate().Pass("EmbeddedVault.LightFileOf");
   core_->RequireLoggedOn();
-  const auto deposit = vault::DepositOf(*vault::DataOf(object));
+  const auto& data = *vault::DataOf(object);
+  core_->RequireRight(vault::operation::kCopyFile, data.Info());
+  const auto deposit = vault::DepositOf(data);
   return deposit && deposit->light ? core_->Store().Read(*deposit->light) : std::string();
-}
-
-std::vector<EmbeddedVault::Listed> EmbeddedVault::FindNewest(const std::string& partNumber) {
-  core_->TheGate().Pass("EmbeddedVault.FindNewest", [&] { return partNumber; });
-  core_->RequireLoggedOn();
-  return Listing(
-      *core_,
-      "c.\"NM_CN_PART_NUMBER\" = ? AND NOT EXISTS (SELECT 1 FROM vd_object n WHERE n.class_id = o.class_id AND "
-      "n.identity = o.identity AND n.version > o.version)",
-      {partNumber});
-}
-
-std::vector<EmbeddedVault::Listed> EmbeddedVault::FindRevision(const std::string& partNumber,
-                                                               const std::string& revision) {
-  core_->TheGate().Pass("EmbeddedVault.FindRevision", [&] { return partNumber + ", " + revision; });
-  core_->RequireLoggedOn();
-  return Listing(*core_, "c.\"NM_CN_PART_NUMBER\" = ? AND c.\"REVISION\" = ?", {partNumber, revision});
 }
 
 int EmbeddedVault::FileTypeId(const std::string& name) {
@@ -214,6 +184,16 @@ int EmbeddedVault::FileTypeId(const std::string& name) {
       {name}));
   if (id == 0) throw Failure(failure::kInvalidCall, "The vault has no file type \"" + name + "\"");
   return static_cast<int>(id);
+}
+
+std::int64_t EmbeddedVault::StatementCount() const {
+  return core_->Data().StatementCount();
+}
+
+std::vector<std::string> EmbeddedVault::ExplainQuery(const Ref<veldora::VdQueryDefinition>& definition) {
+  core_->TheGate().Pass("EmbeddedVault.ExplainQuery");
+  core_->RequireLoggedOn();
+  return vault::ExplainQuery(*core_, vault::PlanOf(definition));
 }
 
 }  // namespace quintara

@@ -2,6 +2,7 @@
 
 #include <filesystem>
 #include <map>
+#include <set>
 #include <system_error>
 #include <utility>
 #include <vector>
@@ -88,6 +89,9 @@ std::vector<std::pair<std::string, Held>> ToBring(const ObjectData& object) {
   core.RequireRight(operation::kCopyFile, object.Info());
   if (!DepositOf(object)) throw Failure(failure::kFileNotFound, Described(object.Info(), object.Id()) + " has no file");
   auto held = HeldBy(object);
+  std::set<std::int16_t> classes;
+  for (const auto& one : held) classes.insert(one.classId);
+  for (const auto classId : classes) core.RequireRight(operation::kCopyFile, core.TheSchema().ClassById(classId));
   ReadNames(object, held);
   std::vector<std::pair<std::string, Held>> wanted;
   for (const auto& [capitals, one] : ByName(object, held)) {
@@ -95,6 +99,31 @@ std::vector<std::pair<std::string, Held>> ToBring(const ObjectData& object) {
     if (!IsWorkingCopy(core, path)) wanted.emplace_back(path, one);
   }
   return wanted;
+}
+
+// The right to one of the objects that have a content is enough; of a content that no object has any
+// more nobody can say which class it is of.
+void RequireRightToCopy(Core& core, const std::vector<SqlRow>& objects) {
+  std::set<std::int64_t> classes;
+  for (const auto& row : objects) classes.insert(IntegerOf(row[1]));
+  ErrorState refused;
+  for (const auto classId : classes) {
+    const auto& info = core.TheSchema().ClassById(static_cast<int>(classId));
+    if (Attempt(refused, [&] { core.RequireRight(operation::kCopyFile, info); })) return;
+  }
+  if (!classes.empty()) throw Failure(refused.number, refused.description);
+  for (const auto& info : core.TheSchema().Classes()) {
+    if (info->IsVersioned()) core.RequireRight(operation::kCopyFile, *info);
+  }
+}
+
+// A light file that stands beside is renewed with the file: an old one would be taken for a new one of
+// the file's.
+void Bring(Core& core, const Copy& copy) {
+  const auto deposit = *FindDeposit(core.Data(), copy.deposit);
+  const auto light = deposit.light ? LightBeside(copy.path, deposit.name) : std::nullopt;
+  if (light) core.Files().WriteWhole(*light, core.Store().Read(*deposit.light));
+  core.Files().WriteWhole(copy.path, core.Store().Read(deposit.file));
 }
 
 }  // namespace
@@ -105,12 +134,13 @@ void CopyFileOf(const ObjectData& object, const std::string& name, const std::st
   core.RequireRight(operation::kCopyFile, object.Info());
   if (!deposit) throw Failure(failure::kFileNotFound, Described(object.Info(), object.Id()) + " has no file");
   const auto path = PathIn(directory, name);
-  const auto file = core.Store().Read(deposit->file);
-  const bool light = withLight && deposit->light;
-  const auto lightFile = light ? core.Store().Read(*deposit->light) : std::string();
-  core.Files().WriteWhole(path, file);
-  if (light) core.Files().WriteWhole(PathIn(directory, name + ".lwt"), lightFile);
-  NoteCopy(core, path, object.Id(), deposit->id);
+  std::vector<Copy> copies = {{path, object.Id(), deposit->id}};
+  std::vector<std::string> bytes = {core.Store().Read(deposit->file)};
+  if (withLight && deposit->light) {
+    copies.push_back({PathIn(directory, name + ".lwt")});
+    bytes.push_back(core.Store().Read(*deposit->light));
+  }
+  WriteAndNote(core, copies, [&](std::size_t i) { core.Files().WriteWhole(copies[i].path, bytes[i]); });
 }
 
 bool CopyStoredFile(Core& core, const std::string& vaultDirectory, const std::string& fileName,
@@ -125,9 +155,7 @@ bool CopyStoredFile(Core& core, const std::string& vaultDirectory, const std::st
                                          "SELECT object_id, class_id FROM vd_object WHERE deposit_id = ? ORDER BY "
                                          "CASE WHEN owner_id = ? THEN 0 ELSE 1 END, version DESC, object_id",
                                          {deposit->id, std::int64_t{core.UserId()}});
-  if (!objects.empty()) {
-    core.RequireRight(operation::kCopyFile, core.TheSchema().ClassById(static_cast<int>(IntegerOf(objects[0][1]))));
-  }
+  RequireRightToCopy(core, objects);
   std::string bytes;
   try {
     bytes = core.Store().Read(main ? deposit->file : *deposit->light);
@@ -135,27 +163,18 @@ bool CopyStoredFile(Core& core, const std::string& vaultDirectory, const std::st
     if (failure.Number() == failure::kFileNotFound) return false;
     throw;
   }
-  core.Files().WriteWhole(path, bytes);
-  if (main && !objects.empty()) NoteCopy(core, path, static_cast<std::int32_t>(IntegerOf(objects[0][0])), deposit->id);
+  std::vector<Copy> copies = {{path}};
+  if (main && !objects.empty()) copies = {{path, static_cast<std::int32_t>(IntegerOf(objects[0][0])), deposit->id}};
+  WriteAndNote(core, copies, [&](std::size_t) { core.Files().WriteWhole(path, bytes); });
   return true;
 }
 
 void CopyStructure(const ObjectData& object) {
   auto& core = object.TheCore();
-  std::vector<std::pair<std::string, Held>> copied;
   const auto wanted = ToBring(object);
-  ErrorState error;
-  const bool complete = Attempt(error, [&] {
-    for (const auto& [path, one] : wanted) {
-      core.Files().WriteWhole(path, core.Store().Read(FindDeposit(core.Data(), one.deposit)->file));
-      copied.emplace_back(path, one);
-    }
-  });
-  // Noted together: a transaction for each file would cost more than its copy.
-  core.InTransaction([&] {
-    for (const auto& [path, one] : copied) NoteCopy(core, path, one.id, one.deposit);
-  });
-  if (!complete) throw Failure(error.number, error.description);
+  std::vector<Copy> copies;
+  for (const auto& [path, one] : wanted) copies.push_back({path, one.id, one.deposit});
+  WriteAndNote(core, copies, [&](std::size_t i) { Bring(core, copies[i]); });
 }
 
 std::vector<std::string> FilesToReplace(const ObjectData& object) {
@@ -164,8 +183,10 @@ std::vector<std::string> FilesToReplace(const ObjectData& object) {
   for (const auto& [path, one] : ToBring(object)) {
     std::error_code ignored;
     if (!std::filesystem::exists(ToPath(path), ignored)) continue;
-    const auto deposit = FindDeposit(core.Data(), one.deposit);
-    if (Sha256Text(core.Files().Read(path)) != deposit->file.sha256) paths.push_back(path);
+    const auto deposit = *FindDeposit(core.Data(), one.deposit);
+    if (Sha256Text(core.Files().Read(path)) != deposit.file.sha256) paths.push_back(path);
+    const auto light = deposit.light ? LightBeside(path, deposit.name) : std::nullopt;
+    if (light && Sha256Text(core.Files().Read(*light)) != deposit.light->sha256) paths.push_back(*light);
   }
   return paths;
 }

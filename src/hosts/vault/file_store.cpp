@@ -2,6 +2,7 @@
 
 #include <filesystem>
 #include <random>
+#include <set>
 #include <system_error>
 #include <utility>
 
@@ -16,10 +17,12 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr std::size_t kDigestLength = 64;
+constexpr char kSeparator = static_cast<char>(fs::path::preferred_separator);
 
-std::string UniqueSuffix() {
+// Told apart by chance, since other machines may put files into the same folder.
+std::string UniqueMark() {
   std::random_device chance;
-  return "." + std::to_string(chance()) + std::to_string(chance());
+  return "." + std::to_string(chance()) + std::to_string(chance()) + "-";
 }
 
 void Remove(const std::string& path) noexcept {
@@ -49,35 +52,50 @@ std::vector<fs::path> FilesBelow(const fs::path& folder) {
 
 }  // namespace
 
-FileStore::FileStore(std::string folder, FileContents& files) : folder_(std::move(folder)), files_(files) {}
+FileStore::FileStore(std::string folder, FileContents& files)
+    : folder_(std::move(folder)),
+      objects_(FromPath(ToPath(folder_) / "objects")),
+      incoming_(FromPath(ToPath(folder_) / "incoming")),
+      files_(files),
+      mark_(UniqueMark()) {}
 
 void FileStore::Make() {
-  MakeFolder(ToPath(folder_) / "objects");
-  MakeFolder(ToPath(folder_) / "incoming");
+  MakeFolder(ToPath(objects_));
+  MakeFolder(ToPath(incoming_));
+}
+
+std::string FileStore::FolderOf(const std::string& sha256) const {
+  return objects_ + kSeparator + sha256.substr(0, 2);
 }
 
 std::string FileStore::PlaceOf(const std::string& sha256) const {
-  return FromPath(ToPath(folder_) / "objects" / sha256.substr(0, 2) / sha256);
-}
-
-std::string FileStore::IncomingFolder() const {
-  return FromPath(ToPath(folder_) / "incoming");
+  return FolderOf(sha256) + kSeparator + sha256;
 }
 
 bool FileStore::Holds(const Content& content) {
   ErrorState ignored;
   std::string held;
-  return Attempt(ignored, [&] { held = Read(content); });
+  // Not `Found`: looking through "incoming" for each new file would take longer with each of them.
+  const auto place = PlaceOf(content.sha256);
+  std::error_code error;
+  if (!fs::exists(ToPath(place), error)) return false;
+  return Attempt(ignored, [&] { held = files_.Read(place); }) && Sha256Text(held) == content.sha256;
 }
 
 FileStore::Content FileStore::Put(const std::string& bytes) {
   Content content{Sha256Text(bytes), static_cast<std::int64_t>(bytes.size())};
   // What is there already is read, so that a damaged file is made good by storing it again.
   if (pending_.contains(content.sha256) || Holds(content)) return content;
-  const auto path = FromPath(ToPath(IncomingFolder()) / ToPath(content.sha256 + UniqueSuffix()));
+  const auto path = incoming_ + kSeparator + content.sha256 + mark_ + std::to_string(++taken_);
+  files_.WriteUnsynced(path, bytes);
   pending_[content.sha256] = path;
-  files_.Write(path, bytes);
   return content;
+}
+
+void FileStore::Sync() {
+  std::vector<std::string> paths;
+  for (const auto& [sha256, path] : pending_) paths.push_back(path);
+  files_.SyncAll(paths);
 }
 
 // A reader may come between the commit and the move into place.
@@ -86,40 +104,54 @@ std::string FileStore::Found(const std::string& sha256) const {
   const auto place = PlaceOf(sha256);
   if (const auto own = pending_.find(sha256); own != pending_.end()) return own->second;
   if (fs::exists(ToPath(place), ignored)) return place;
-  for (const auto& file : FilesBelow(ToPath(IncomingFolder()))) {
+  for (const auto& file : FilesBelow(ToPath(incoming_))) {
     if (FromPath(file.filename()).starts_with(sha256)) return FromPath(file);
   }
   return place;
 }
 
 std::string FileStore::Read(const Content& content) {
-  const auto path = Found(content.sha256);
-  auto bytes = files_.Read(path);
+  auto path = Found(content.sha256);
+  std::string bytes;
+  try {
+    bytes = files_.Read(path);
+  } catch (const Failure& failure) {
+    // Whoever committed it may just have moved it into place.
+    const auto place = PlaceOf(content.sha256);
+    if (failure.Number() != failure::kFileNotFound || path == place) throw;
+    path = place;
+    bytes = files_.Read(path);
+  }
   if (Sha256Text(bytes) == content.sha256 && std::cmp_equal(bytes.size(), content.size)) return bytes;
   throw Failure(failure::kInvalidFormat, "The file \"" + path + "\" of the vault's store is damaged");
 }
 
-bool FileStore::MoveIn(const std::string& sha256, const std::string& from) noexcept {
+void FileStore::MoveIn(const std::vector<std::pair<std::string, std::string>>& digestsAndPaths) noexcept {
   ErrorState ignored;
-  return Attempt(ignored, [&] {
-    const auto place = PlaceOf(sha256);
-    MakeFolder(ToPath(place).parent_path());
-    files_.Rename(from, place);
-  });
+  std::set<std::string> folders;
+  std::vector<FileContents::NewName> names;
+  for (const auto& [sha256, path] : digestsAndPaths) {
+    names.push_back({path, PlaceOf(sha256)});
+    folders.insert(FolderOf(sha256));
+  }
+  for (const auto& folder : folders) Attempt(ignored, [&] { MakeFolder(ToPath(folder)); });
+  Attempt(ignored, [&] { files_.RenameAll(names); });
 }
 
 void FileStore::Publish(const IsReferred& isReferred) noexcept {
   ErrorState ignored;
+  std::vector<std::pair<std::string, std::string>> wanted;
   for (const auto& [sha256, path] : std::exchange(pending_, {})) {
     bool referred = true;
     Attempt(ignored, [&] { referred = isReferred(sha256); });
-    // What can't be moved now stays readable where it is, and the next transaction moves it.
     if (referred) {
-      MoveIn(sha256, path);
+      wanted.emplace_back(sha256, path);
     } else {
       Remove(path);
     }
   }
+  // What can't be moved now stays readable where it is, and the next transaction moves it.
+  MoveIn(wanted);
 }
 
 void FileStore::Discard() noexcept {
@@ -127,23 +159,29 @@ void FileStore::Discard() noexcept {
 }
 
 void FileStore::Recover(const IsReferred& isReferred) {
-  for (const auto& file : FilesBelow(ToPath(IncomingFolder()))) {
+  std::vector<std::pair<std::string, std::string>> complete;
+  for (const auto& file : FilesBelow(ToPath(incoming_))) {
     const auto name = FromPath(file.filename());
     const auto sha256 = name.substr(0, name.find('.'));
     const auto path = FromPath(file);
-    // A half-written file may bear a digest that an older transaction committed.
-    const bool complete = IsDigest(sha256) && isReferred(sha256) && Sha256Text(files_.Read(path)) == sha256;
-    if (!complete) {
-      Remove(path);
-    } else {
-      MoveIn(sha256, path);
+    try {
+      // A half-written file may bear a digest that an older transaction committed.
+      if (IsDigest(sha256) && isReferred(sha256) && Sha256Text(files_.Read(path)) == sha256) {
+        complete.emplace_back(sha256, path);
+      } else {
+        Remove(path);
+      }
+    } catch (const Failure& failure) {
+      // Whoever committed it before this transaction began is still moving into place what it stored.
+      if (failure.Number() != failure::kFileNotFound) throw;
     }
   }
+  MoveIn(complete);
 }
 
 std::vector<std::string> FileStore::Holdings() const {
   std::vector<std::string> digests;
-  for (const auto& file : FilesBelow(ToPath(folder_) / "objects")) {
+  for (const auto& file : FilesBelow(ToPath(objects_))) {
     if (const auto name = FromPath(file.filename()); IsDigest(name)) digests.push_back(name);
   }
   return digests;
@@ -153,7 +191,7 @@ std::vector<std::string> FileStore::Strangers() const {
   std::vector<std::string> paths;
   for (const auto& file : FilesBelow(ToPath(folder_))) {
     const auto name = FromPath(file.filename());
-    const bool incoming = file.parent_path() == ToPath(IncomingFolder());
+    const bool incoming = file.parent_path() == ToPath(incoming_);
     if (incoming || !IsDigest(name) || FromPath(file) != PlaceOf(name)) paths.push_back(FromPath(file));
   }
   return paths;

@@ -4,6 +4,7 @@
 #include <functional>
 #include <map>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "access/contracts/file_system.h"
@@ -34,6 +35,8 @@ class FileStore {
   /// The bytes of a content. Fails, naming the file, when they are missing or aren't what was stored.
   std::string Read(const Content& content);
 
+  /// Brings what was taken in to the disk; to be called before the transaction is committed.
+  void Sync();
   /// To be called when the transaction is committed.
   void Publish(const IsReferred& isReferred) noexcept;
   /// To be called before it is undone.
@@ -49,14 +52,18 @@ class FileStore {
   std::vector<std::string> Strangers() const;
 
  private:
+  std::string FolderOf(const std::string& sha256) const;
   std::string PlaceOf(const std::string& sha256) const;
-  std::string IncomingFolder() const;
   bool Holds(const Content& content);
   std::string Found(const std::string& sha256) const;
-  bool MoveIn(const std::string& sha256, const std::string& from) noexcept;
+  void MoveIn(const std::vector<std::pair<std::string, std::string>>& digestsAndPaths) noexcept;
 
   std::string folder_;
+  std::string objects_;   ///< folder of the contents
+  std::string incoming_;  ///< folder of those that wait
   FileContents& files_;
+  std::string mark_;  ///< stands behind the digest in the name of a file in "incoming", with a number
+  int taken_ = 0;
   std::map<std::string, std::string> pending_;  ///< digest to the file in "incoming"
 };
 

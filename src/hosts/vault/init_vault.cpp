@@ -35,9 +35,14 @@ class MadePaths {
   MadePaths(const MadePaths&) = delete;
   MadePaths& operator=(const MadePaths&) = delete;
 
+  /// With the folders above it that are missing too.
   void Note(const std::string& path) {
     std::error_code ignored;
-    if (!fs::exists(ToPath(path), ignored)) paths_.push_back(path);
+    std::vector<fs::path> missing;
+    for (auto at = ToPath(path); at != at.root_path() && !fs::exists(at, ignored); at = at.parent_path()) {
+      missing.push_back(at);
+    }
+    for (auto at = missing.rbegin(); at != missing.rend(); ++at) paths_.push_back(FromPath(*at));
   }
   void MakeFolder(const std::string& path) {
     Note(path);
@@ -50,6 +55,12 @@ class MadePaths {
  private:
   std::vector<std::string> paths_;
 };
+
+// Without the separator that "." and "gears.vault/" leave at its end, behind which its name would be empty.
+std::string FolderPath(const std::string& folder) {
+  const auto path = ToPath(vault::NormalPath(folder));
+  return FromPath(path.has_filename() ? path : path.parent_path());
+}
 
 std::string FolderText(const VaultPlan& plan) {
   XmlDocument document;
@@ -64,21 +75,21 @@ void MakeBase(const VaultPlan& plan, const std::string& base, FileContents& file
   made.MakeFolder(In(base, "QNTR"));
   files.Write(In(In(base, "QNTR"), "ProjectQNTR.zvavba"),
               "# Procedures that the CAD host runs for Quintara\nRetrieveMatrix.UpdateDisplay\n");
-  if (plan.texts.empty()) return;
-  std::error_code error;
-  fs::copy(ToPath(plan.texts), ToPath(In(base, "NLS")), fs::copy_options::recursive, error);
-  if (error)
-    throw Failure(failure::kPathAccess, "The texts can't be copied from \"" + plan.texts + "\": " + error.message());
+  for (const auto& [path, bytes] : plan.texts) {
+    const auto file = In(In(base, "NLS"), path);
+    made.MakeFolder(FromPath(ToPath(file).parent_path()));
+    files.Write(file, bytes);
+  }
 }
 
 // Gives whether a vault was there to be joined.
-void MakeDatabase(const VaultPlan& plan, const std::string& connection) {
+bool MakeDatabase(const VaultPlan& plan, const std::string& connection) {
   vault::Database database(connection);
   if (vault::SchemaVersion(database) != 0) {
     if (plan.connection.empty() || plan.store.empty()) {
       throw Failure(failure::kPathAccess, "The database holds a vault already; to join it, its store must be named");
     }
-    return;
+    return true;
   }
   database.Begin(true);
   try {
@@ -89,6 +100,7 @@ void MakeDatabase(const VaultPlan& plan, const std::string& connection) {
     database.Rollback();
     throw;
   }
+  return false;
 }
 
 // Who may read the folder's file may read the password in it.
@@ -104,8 +116,13 @@ SettingsColumns SettingsColumns::OfGeneration(const std::string& prefix) {
           prefix + "SUBJECT", prefix + "VALUE_",  prefix + "VALUE_LONG"};
 }
 
+bool IsVault(const std::string& folder) {
+  std::error_code ignored;
+  return fs::is_regular_file(ToPath(In(folder, kFolderFile)), ignored);
+}
+
 VaultFolder ReadVaultFolder(const std::string& folder, FileContents& files) {
-  const auto absolute = vault::NormalPath(folder);
+  const auto absolute = FolderPath(folder);
   const auto path = In(absolute, kFolderFile);
   std::error_code ignored;
   if (!fs::exists(ToPath(path), ignored)) throw Failure(failure::kPathNotFound, "\"" + folder + "\" is no vault");
@@ -119,8 +136,8 @@ VaultFolder ReadVaultFolder(const std::string& folder, FileContents& files) {
           store.empty() ? In(absolute, "store") : store, In(absolute, "base")};
 }
 
-void InitVault(const VaultPlan& plan, FileContents& files) {
-  const auto folder = vault::NormalPath(plan.folder);
+bool InitVault(const VaultPlan& plan, FileContents& files) {
+  const auto folder = FolderPath(plan.folder);
   const auto folderFile = In(folder, kFolderFile);
   std::error_code ignored;
   if (fs::exists(ToPath(folderFile), ignored))
@@ -133,11 +150,14 @@ void InitVault(const VaultPlan& plan, FileContents& files) {
   MakeBase(plan, In(folder, "base"), files, made);
   for (const auto* name : {"vault.sqlite", "vault.sqlite-wal", "vault.sqlite-shm", kFolderFile})
     made.Note(In(folder, name));
-  files.Write(folderFile, FolderText(plan));
+  files.Write(folderFile, {});
   ProtectFolderFile(folderFile);
+  files.Write(folderFile, FolderText(plan));
   // Last, since a database of a server can't be taken back once it is made.
-  MakeDatabase(plan, plan.connection.empty() ? "sqlite:" + In(folder, kDatabaseFile) : plan.connection);
+  const bool joined =
+      MakeDatabase(plan, plan.connection.empty() ? "sqlite:" + In(folder, kDatabaseFile) : plan.connection);
   made.Keep();
+  return joined;
 }
 
 }  // namespace quintara

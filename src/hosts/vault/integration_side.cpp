@@ -24,11 +24,13 @@ void IntegrationSide::InTransaction(const std::function<void()>& body) {
   core_->InTransaction(body);
 }
 
-void IntegrationSide::ReplaceChild(const Ref<veldora::VdObject>& parent, const Ref<veldora::VdObject>& oldChild,
-                                   const Ref<veldora::VdObject>& newChild) {
-  core_->TheGate().Pass("IntegrationVault.ReplaceChild");
+void IntegrationSide::ReplaceChildren(const Ref<veldora::VdObject>& parent,
+                                      const std::vector<Replacement>& replacements) {
+  core_->TheGate().Pass("IntegrationVault.ReplaceChildren");
   core_->RequireLoggedOn();
-  vault::ReplaceChild(*DataOf(parent), *DataOf(oldChild), *DataOf(newChild));
+  std::vector<ChildReplacement> own;
+  for (const auto& one : replacements) own.push_back({DataOf(one.held).get(), DataOf(one.by).get()});
+  vault::ReplaceChildren(*DataOf(parent), own);
 }
 
 bool IntegrationSide::StoreWorkingCopy(const Ref<veldora::VdObject>& object) {

@@ -15,8 +15,7 @@ class IntegrationSide final : public IntegrationVault {
 
   std::optional<Identity> NotedObject(const std::string& path) override;
   void InTransaction(const std::function<void()>& body) override;
-  void ReplaceChild(const Ref<veldora::VdObject>& parent, const Ref<veldora::VdObject>& oldChild,
-                    const Ref<veldora::VdObject>& newChild) override;
+  void ReplaceChildren(const Ref<veldora::VdObject>& parent, const std::vector<Replacement>& replacements) override;
   bool StoreWorkingCopy(const Ref<veldora::VdObject>& object) override;
   void CopyStructureToWork(const Ref<veldora::VdObject>& object) override;
   std::vector<std::string> FilesToReplace(const Ref<veldora::VdObject>& object) override;

@@ -20,11 +20,6 @@ namespace state = veldora::state;
 
 constexpr std::array<const char*, 5> kStateNames = {"new", "checked in", "checked out", "released", "obsolete"};
 
-std::string StateName(int value) {
-  return value >= 0 && value < static_cast<int>(kStateNames.size()) ? kStateNames[static_cast<std::size_t>(value)]
-                                                                    : "in no state";
-}
-
 std::vector<int> StatesFor(const std::string& name, bool fromCheckedIn = false) {
   if (name == operation::kCheckOut) return {state::kCheckedIn};
   if (name == operation::kCheckIn) return {state::kNew, state::kCheckedOut};
@@ -102,6 +97,11 @@ void InsertNextRevision(const ObjectData& from, ObjectData& next) {
 
 }  // namespace
 
+std::string StateName(int value) {
+  return value >= 0 && value < static_cast<int>(kStateNames.size()) ? kStateNames[static_cast<std::size_t>(value)]
+                                                                    : "in no state";
+}
+
 void CheckOut(ObjectData& object) {
   Move(object, operation::kCheckOut, state::kCheckedOut, true);
 }
@@ -127,16 +127,22 @@ ObjectData NewRelease(const ObjectData& object, bool fromCheckedIn) {
     next.Read();
     InsertNextRevision(object, next);
     CopyOutgoingLinks(core, object.Id(), next.Id());
+    if (const auto deposit = RowOf(next).deposit; deposit != 0) {
+      HandOverNotes(core, object.Id(), next.Id(), deposit);
+    }
   });
   return next;
 }
 
 bool CanPerform(const ObjectData& object, const std::string& name) {
-  ErrorState ignored;
-  return Attempt(ignored, [&] {
+  ErrorState refused;
+  const bool can = Attempt(refused, [&] {
     RequirePermitted(object, name);
     if (name == operation::kNewRelease) RequireNewest(object);
   });
+  // A lost database says nothing about rights.
+  if (refused.number == failure::kDeviceError) throw Failure(refused.number, refused.description);
+  return can;
 }
 
 std::int32_t NewestRevision(const ObjectData& object) {

@@ -1,5 +1,7 @@
 #include "hosts/vault/links.h"
 
+#include <limits>
+#include <unordered_map>
 #include <unordered_set>
 #include <utility>
 
@@ -64,6 +66,35 @@ void InsertLink(Core& core, std::int16_t linkClass, std::int32_t from, std::int3
        std::int64_t{to}, place, std::int64_t{quantity}});
 }
 
+int QuantityTogether(std::int64_t one, std::int64_t other) {
+  if (one + other > std::numeric_limits<int>::max()) {
+    throw Failure(failure::kOverflow, "Overflow: a component has too many instances");
+  }
+  return static_cast<int>(one + other);
+}
+
+// One entry for each distinct child, at the place of its first.
+std::vector<Link> Merged(const std::vector<Link>& children) {
+  std::vector<Link> merged;
+  std::unordered_map<std::int32_t, std::size_t> places;
+  for (const auto& child : children) {
+    const auto [place, isNew] = places.try_emplace(child.other, merged.size());
+    if (isNew) {
+      merged.push_back(child);
+    } else {
+      merged[place->second].quantity = QuantityTogether(merged[place->second].quantity, child.quantity);
+    }
+  }
+  return merged;
+}
+
+bool HoldsAnything(const ObjectData& object) {
+  const auto first = object.TheCore().Data().QueryOne(
+      ColumnType::kInteger, "SELECT to_object FROM vd_link WHERE from_object = ? AND \"CLASS_ID\" = ? LIMIT 1",
+      {std::int64_t{object.Id()}, std::int64_t{object.TheCore().TheSchema().StructureLink().id}});
+  return IntegerOf(first) != 0;
+}
+
 void AddStructureLink(const ObjectData& from, const ObjectData& to, const ClassInfo& linkClass, int quantity) {
   auto& core = from.TheCore();
   RequireComponent(from.Info());
@@ -71,11 +102,14 @@ void AddStructureLink(const ObjectData& from, const ObjectData& to, const ClassI
   RequireChangeable(from);
   if (quantity < 1) throw Failure(failure::kInvalidCall, "A component has at least one instance");
   if (const auto there = FindLink(core.Data(), linkClass.id, from.Id(), to.Id())) {
-    core.Data().Execute("UPDATE vd_link SET \"QUANTITY\" = \"QUANTITY\" + ? WHERE \"OBJECT_ID\" = ?",
-                        {std::int64_t{quantity}, std::int64_t{*there}});
+    const auto before = core.Data().QueryOne(
+        ColumnType::kInteger, "SELECT \"QUANTITY\" FROM vd_link WHERE \"OBJECT_ID\" = ?", {std::int64_t{*there}});
+    core.Data().Execute("UPDATE vd_link SET \"QUANTITY\" = ? WHERE \"OBJECT_ID\" = ?",
+                        {std::int64_t{QuantityTogether(IntegerOf(before), quantity)}, std::int64_t{*there}});
     return;
   }
-  RequireNoCycle(HoldersOf(from), from, to.Info(), to.Id());
+  // What holds nothing closes no cycle, so that a structure that is built from above costs no search either.
+  if (from.Id() == to.Id() || HoldsAnything(to)) RequireNoCycle(HoldersOf(from), from, to.Info(), to.Id());
   InsertLink(core, linkClass.id, from.Id(), to.Id(), NextPlace(core, from.Id(), linkClass.id), quantity);
 }
 
@@ -169,22 +203,22 @@ void SetChildren(const ObjectData& parent, const std::vector<Link>& children) {
   });
 }
 
-void ReplaceChild(const ObjectData& parent, const ObjectData& from, const ObjectData& to) {
+void ReplaceChildren(const ObjectData& parent, const std::vector<ChildReplacement>& replacements) {
   auto& core = parent.TheCore();
   core.InTransaction([&] {
     auto children = ChildrenOf(parent);
-    bool replaced = false;
-    for (auto& child : children) {
-      if (child.other != from.Id()) continue;
-      child.other = to.Id();
-      child.otherClass = to.Info().id;
-      replaced = true;
+    std::unordered_map<std::int32_t, std::size_t> places;
+    for (std::size_t i = 0; i < children.size(); ++i) places[children[i].other] = i;
+    for (const auto& [from, to] : replacements) {
+      const auto place = places.find(from->Id());
+      if (place == places.end()) {
+        throw Failure(failure::kInvalidCall,
+                      Described(parent.Info(), parent.Id()) + " doesn't hold " + Described(from->Info(), from->Id()));
+      }
+      children[place->second].other = to->Id();
+      children[place->second].otherClass = RowOf(*to).classId;
     }
-    if (!replaced) {
-      throw Failure(failure::kInvalidCall,
-                    Described(parent.Info(), parent.Id()) + " doesn't hold " + Described(from.Info(), from.Id()));
-    }
-    SetChildren(parent, children);
+    SetChildren(parent, Merged(children));
   });
 }
 

@@ -34,8 +34,13 @@ void RemoveLink(Core& core, std::int32_t linkId);
 /// Makes `children` all that `parent` holds, in this order.
 void SetChildren(const ObjectData& parent, const std::vector<Link>& children);
 
-/// Lets `parent` hold `to` where it held `from`; number of instances and place stay.
-void ReplaceChild(const ObjectData& parent, const ObjectData& from, const ObjectData& to);
+struct ChildReplacement {
+  const ObjectData* from;
+  const ObjectData* to;
+};
+/// Lets `parent` hold others where it held these; numbers of instances and places stay. Those that
+/// become one stand at the place of the first, with the instances of all.
+void ReplaceChildren(const ObjectData& parent, const std::vector<ChildReplacement>& replacements);
 
 /// Copies all links that go out from one object to another; in a transaction.
 void CopyOutgoingLinks(Core& core, std::int32_t from, std::int32_t to);

@@ -13,7 +13,7 @@ const Migration& TablesOfTheSchema() {
       "name TEXT NOT NULL, is_integer INTEGER NOT NULL, size INTEGER NOT NULL, is_key INTEGER NOT NULL, "
       "PRIMARY KEY (class_id, place), UNIQUE (class_id, name))",
       "CREATE TABLE vd_operation (operation_id INTEGER PRIMARY KEY, name TEXT NOT NULL UNIQUE)",
-      "CREATE TABLE vd_sequence (name TEXT PRIMARY KEY, next_value INTEGER NOT NULL)",
+      "CREATE TABLE vd_sequence (name TEXT PRIMARY KEY, next_value BIGINT NOT NULL)",
       "CREATE TABLE vd_mask (class_id INTEGER NOT NULL REFERENCES vd_class, attribute TEXT NOT NULL, "
       "sequence_name TEXT REFERENCES vd_sequence, width INTEGER NOT NULL, first_revision TEXT, "
       "PRIMARY KEY (class_id, attribute))",
@@ -32,7 +32,7 @@ const Migration& TablesOfTheObjects() {
   static const Migration statements = {
       // One row for each content that was ever stored: a file and, beside it, its light representation.
       "CREATE TABLE vd_deposit (deposit_id INTEGER PRIMARY KEY, name TEXT NOT NULL, sha256 TEXT NOT NULL, "
-      "size INTEGER NOT NULL, light_sha256 TEXT NOT NULL, light_size INTEGER NOT NULL, "
+      "size BIGINT NOT NULL, light_sha256 TEXT NOT NULL, light_size BIGINT NOT NULL, "
       "UNIQUE (sha256, name, light_sha256))",
       "CREATE INDEX vd_deposit_light ON vd_deposit (light_sha256)",
       "CREATE TABLE vd_object (object_id INTEGER PRIMARY KEY, class_id INTEGER NOT NULL REFERENCES vd_class, "
@@ -97,7 +97,8 @@ void Migrate(Database& database, std::span<const Migration> migrations) {
   const int version = SchemaVersion(database);
   if (version > known) {
     throw Failure(failure::kInvalidFormat, "The vault's tables have version " + std::to_string(version) +
-                                               "; this program knows them up to version " + std::to_string(known));
+                                               ", and this program knows them up to version " + std::to_string(known) +
+                                               ": a newer program made them");
   }
   if (version == known) return;
   database.Begin(true);

@@ -117,12 +117,14 @@ Ref<veldora::VdObjects> VaultObject::Parents(const Ref<veldora::VdQueryDefinitio
   Pass<"Parents">([&] { return Identity(); });
   RowOf(*data_);
   const auto& plan = PlanOf(definition);
+  RequireSelectable(core_->TheSchema(), plan);
   return ListOf(*data_, ParentsOf(*data_, plan.ClassOf("S")), plan);
 }
 
 Ref<veldora::VdObjects> VaultObject::TheChildren(const Ref<veldora::VdQueryDefinition>& definition) {
   RowOf(*data_);
   const auto& plan = PlanOf(definition);
+  RequireSelectable(core_->TheSchema(), plan);
   auto links = ChildrenOf(*data_);
   if (const auto wanted = plan.ClassOf("S"); wanted != 0) {
     std::erase_if(links, [&](const Link& link) { return link.otherClass != wanted; });

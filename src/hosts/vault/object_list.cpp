@@ -1,5 +1,6 @@
 #include "hosts/vault/object_list.h"
 
+#include <algorithm>
 #include <map>
 #include <utility>
 
@@ -28,6 +29,7 @@ Ref<veldora::VdRecList> ObjectListObject::Records() {
   Pass<"Records">();
   auto table = std::make_shared<Table>();
   table->sought = alias_;
+  table->aliases = {alias_};
   const auto front = alias_.empty() ? std::string() : alias_ + ".";
   for (const auto* name : {attribute::kObjectId, attribute::kClassId}) {
     table->columns.push_back({front + name, veldora::column_type::kInteger, 4});
@@ -80,14 +82,16 @@ AliasResultsObject::AliasResultsObject(std::shared_ptr<Core> core, std::shared_p
     : Served(std::move(core)), table_(std::move(table)) {}
 
 std::vector<Ref<veldora::VdObject>> AliasResultsObject::OfAlias(const std::string& wanted) const {
+  if (std::ranges::find(table_->aliases, wanted) == table_->aliases.end()) {
+    throw Failure(failure::kInvalidCall, "The result has no alias \"" + wanted + "\"");
+  }
   std::vector<Ref<veldora::VdObject>> objects;
   for (const auto& row : table_->rows) {
     for (const auto& [alias, data] : row->objects) {
       if (alias == wanted) objects.push_back(ObjectOf(*data));
     }
   }
-  if (objects.size() == table_->rows.size()) return objects;
-  throw Failure(failure::kInvalidCall, "The result has no alias \"" + wanted + "\"");
+  return objects;
 }
 
 Ref<veldora::VdObjects> AliasResultsObject::ObjectsOf(const std::string& alias) {

@@ -1,5 +1,7 @@
 #include "hosts/vault/object_storage.h"
 
+#include <algorithm>
+#include <array>
 #include <utility>
 #include <vector>
 
@@ -52,25 +54,10 @@ void SetDeposit(ObjectData& object, const std::optional<Deposit>& deposit) {
     Set(object, attribute::kCadFileName, object.Text(attribute::kFileName));
 }
 
-bool IsTaken(const ObjectData& object, const std::string& identity) {
-  return IntegerOf(object.TheCore().Data().QueryOne(
-             ColumnType::kInteger, "SELECT COUNT(*) FROM vd_object WHERE class_id = ? AND identity = ?",
-             {std::int64_t{object.Info().id}, identity})) != 0;
-}
-
-// Somebody may have given by hand what the sequence comes to now.
-void DrawIdentity(ObjectData& object) {
-  std::string identity;
-  do {
-    identity = NextMaskValue(object.TheCore(), object.Info(), attribute::kIdentity);
-  } while (IsTaken(object, identity));
-  Set(object, attribute::kIdentity, identity);
-}
-
 void FillMasks(ObjectData& object) {
   if (const auto given = object.Text(attribute::kIdentity); given.empty()) {
-    DrawIdentity(object);
-  } else if (IsTaken(object, given)) {
+    Set(object, attribute::kIdentity, NextMaskValue(object.TheCore(), object.Info(), attribute::kIdentity));
+  } else if (IsIdentityTaken(object.TheCore(), object.Info(), given)) {
     throw Failure(failure::kInvalidCall, "There is an object " + object.Info().name + " \"" + given + "\" already");
   }
   if (object.Text(attribute::kRevision).empty()) {
@@ -99,32 +86,64 @@ void InsertRow(const ObjectData& object, const std::string& identity, const std:
        versioned ? SqlValue(user) : SqlValue(), deposit ? SqlValue(deposit->id) : SqlValue()});
 }
 
+constexpr std::array<const char*, 3> kFileAttributes = {attribute::kFileName, attribute::kDirectory,
+                                                        attribute::kCadFileName};
+
+bool IsChanged(const ObjectData& object, const std::string& name) {
+  const auto place = object.Info().Find(name);
+  return place && object.IsChanged(*place);
+}
+
 bool ChangesFile(const ObjectData& object) {
-  if (!object.Info().IsVersioned()) return false;
-  return object.IsChanged(object.Info().PlaceOf(attribute::kFileName)) ||
-         object.IsChanged(object.Info().PlaceOf(attribute::kDirectory)) ||
-         object.IsChanged(object.Info().PlaceOf(attribute::kCadFileName));
+  return object.Info().IsVersioned() &&
+         std::ranges::any_of(kFileAttributes, [&](const char* name) { return IsChanged(object, name); });
+}
+
+// What was known of the file before may be old: taken for new, it would bring an older content back.
+void ReadUnchangedOfFile(ObjectData& object) {
+  std::vector<std::size_t> places;
+  for (const auto* name : kFileAttributes) {
+    if (!IsChanged(object, name)) places.push_back(object.Info().PlaceOf(name));
+  }
+  object.Read(places);
+}
+
+// An object whose FILE_NAME was emptied has no file any more.
+void ForgetFile(ObjectData& object) {
+  for (const auto* name : {attribute::kDirectory, attribute::kVaultObjectId, attribute::kFileId}) Set(object, name, {});
+}
+
+Taken TakeChangedFile(ObjectData& object, AttributeValues& values) {
+  if (!ChangesFile(object)) return {};
+  ReadUnchangedOfFile(object);
+  const auto before = DepositOf(object);
+  auto taken = TakeFile(object, before);
+  if (taken.deposit) {
+    SetDeposit(object, taken.deposit);
+  } else if (before) {
+    ForgetFile(object);
+  } else {
+    return taken;
+  }
+  for (const auto* name :
+       {attribute::kDirectory, attribute::kVaultObjectId, attribute::kFileId, attribute::kCadFileName}) {
+    values[name] = object.Value(object.Info().PlaceOf(name));
+  }
+  object.TheCore().Data().Execute(
+      "UPDATE vd_object SET deposit_id = ? WHERE object_id = ?",
+      {taken.deposit ? SqlValue(taken.deposit->id) : SqlValue(), std::int64_t{object.Id()}});
+  return taken;
 }
 
 void UpdateNow(ObjectData& object) {
   auto& core = object.TheCore();
   RequireChangeable(object);
   AttributeValues values;
-  Taken taken;
-  if (ChangesFile(object)) taken = TakeFile(object, DepositOf(object));
   for (std::size_t place = 0; place < object.Info().attributes.size(); ++place) {
     if (object.IsChanged(place)) values[object.Info().attributes[place].name] = object.Value(place);
   }
-  SetDeposit(object, taken.deposit);
+  const auto taken = TakeChangedFile(object, values);
   Stamp(object, false);
-  if (taken.deposit) {
-    for (const auto* name :
-         {attribute::kDirectory, attribute::kVaultObjectId, attribute::kFileId, attribute::kCadFileName}) {
-      values[name] = object.Value(object.Info().PlaceOf(name));
-    }
-    core.Data().Execute("UPDATE vd_object SET deposit_id = ? WHERE object_id = ?",
-                        {taken.deposit->id, std::int64_t{object.Id()}});
-  }
   SetValues(object, values);
   if (!taken.path.empty()) NoteTaken(core, taken.path, object.Id(), taken.deposit->id);
 }
@@ -269,8 +288,8 @@ void SetValues(const ObjectData& object, const AttributeValues& values) {
 void RefreshKept(ObjectData& object) {
   std::vector<std::size_t> places;
   for (const auto* name : {attribute::kState, attribute::kFileName, attribute::kDirectory, attribute::kVaultObjectId,
-                           attribute::kFileId, attribute::kModified, attribute::kModifiedBy}) {
-    if (const auto place = object.Info().Find(name)) places.push_back(*place);
+                           attribute::kFileId, attribute::kCadFileName, attribute::kModified, attribute::kModifiedBy}) {
+    if (const auto place = object.Info().Find(name); place && !object.IsChanged(*place)) places.push_back(*place);
   }
   object.Read(places);
 }

@@ -50,11 +50,14 @@ void InsertValues(Database& database, const ClassInfo& info, const std::vector<S
 /// Writes these attributes of a stored object, and who did it when; in a transaction.
 void SetValues(const ObjectData& object, const AttributeValues& values);
 
-/// Reads again the attributes that the vault itself keeps.
+/// Reads again the attributes that the vault itself keeps, but for what was set and not stored.
 void RefreshKept(ObjectData& object);
 
-/// The next value of a class's mask as text, in a transaction; fails for an attribute without a
-/// sequence.
+/// Whether an object of the class has this CN_ID.
+bool IsIdentityTaken(Core& core, const ClassInfo& info, const std::string& identity);
+
+/// The next value of a class's mask as text, in a transaction; an identity that was given by hand is
+/// passed over. Fails for an attribute without a sequence.
 std::string NextMaskValue(Core& core, const ClassInfo& info, const std::string& attribute);
 /// The revision to begin with; fails for an attribute that is none.
 std::string FirstMaskRevision(const ClassInfo& info, const std::string& attribute);

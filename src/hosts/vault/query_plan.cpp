@@ -1,5 +1,6 @@
 #include "hosts/vault/query_plan.h"
 
+#include <algorithm>
 #include <map>
 #include <utility>
 
@@ -14,11 +15,18 @@ struct Statement {
   std::string types;
   std::string sources;
   std::string conditions;
+  std::string order;
   std::vector<SqlValue> joinValues;
   std::vector<SqlValue> values;
 
   void AddCondition(const std::string& condition) {
     conditions += (conditions.empty() ? " WHERE " : " AND ") + condition;
+  }
+  std::string Sql() const { return "SELECT " + columns + sources + conditions + order; }
+  std::vector<SqlValue> AllValues() const {
+    auto all = joinValues;
+    all.insert(all.end(), values.begin(), values.end());
+    return all;
   }
 };
 
@@ -145,6 +153,16 @@ std::string Order(const Sources& sources) {
   return " ORDER BY \"S\".\"OBJECT_ID\", \"F\".\"OBJECT_ID\"";
 }
 
+std::pair<Statement, std::vector<Place>> Composed(const Database& database, const Sources& sources,
+                                                  const QueryPlan& plan) {
+  Statement statement;
+  AddSources(statement, sources);
+  auto places = AddColumns(statement, sources, plan);
+  for (const auto& condition : plan.where) AddCondition(statement, database, sources, condition);
+  statement.order = Order(sources);
+  return {std::move(statement), std::move(places)};
+}
+
 std::shared_ptr<TableRow> RowOf(const std::shared_ptr<Core>& core, const Sources& sources,
                                 const std::vector<Place>& places, SqlRow& values) {
   auto row = std::make_shared<TableRow>();
@@ -171,17 +189,24 @@ std::int16_t QueryPlan::ClassOf(const std::string& alias) const {
   return 0;
 }
 
+void RequireSelectable(const Schema& schema, const QueryPlan& plan) {
+  for (const auto& selection : plan.select) {
+    const auto source = std::ranges::find(plan.from, selection.alias, &QueryPlan::Source::alias);
+    if (source == plan.from.end()) {
+      throw Failure(failure::kInvalidCall, "The query has no alias \"" + selection.alias + "\"");
+    }
+    if (source->classId != 0) schema.ClassById(source->classId).PlaceOf(selection.attribute);
+  }
+}
+
 std::shared_ptr<Table> RunQuery(const std::shared_ptr<Core>& core, const QueryPlan& plan) {
   const auto sources = SourcesOf(core->TheSchema(), plan);
-  Statement statement;
-  AddSources(statement, sources);
-  const auto places = AddColumns(statement, sources, plan);
-  for (const auto& condition : plan.where) AddCondition(statement, core->Data(), sources, condition);
-  auto values = statement.joinValues;
-  values.insert(values.end(), statement.values.begin(), statement.values.end());
+  const auto [statement, places] = Composed(core->Data(), sources, plan);
 
   auto table = std::make_shared<Table>();
   table->sought = sources.back().first;
+  table->aliases.clear();
+  for (const auto& source : sources) table->aliases.push_back(source.first);
   for (const auto& place : places) {
     const auto& [alias, info] = sources[place.source];
     const auto& attribute = info->attributes[place.attribute];
@@ -189,10 +214,20 @@ std::shared_ptr<Table> RunQuery(const std::shared_ptr<Core>& core, const QueryPl
                               attribute.isInteger ? veldora::column_type::kInteger : veldora::column_type::kText,
                               attribute.size});
   }
-  const auto sql = "SELECT " + statement.columns + statement.sources + statement.conditions + Order(sources);
-  for (auto& row : core->Data().Query(statement.types, sql, values))
+  for (auto& row : core->Data().Query(statement.types, statement.Sql(), statement.AllValues()))
     table->rows.push_back(RowOf(core, sources, places, row));
   return table;
+}
+
+std::vector<std::string> ExplainQuery(Core& core, const QueryPlan& plan) {
+  const auto statement = Composed(core.Data(), SourcesOf(core.TheSchema(), plan), plan).first;
+  const bool postgres = core.Data().IsPostgres();
+  const auto rows =
+      core.Data().Query(postgres ? "t" : "iiit", (postgres ? "EXPLAIN " : "EXPLAIN QUERY PLAN ") + statement.Sql(),
+                        statement.AllValues());
+  std::vector<std::string> steps;
+  for (const auto& row : rows) steps.push_back(TextOf(row.back()));
+  return steps;
 }
 
 }  // namespace quintara::vault

@@ -8,8 +8,12 @@
 namespace quintara::vault {
 namespace {
 
+Variant NeverSet(const ColumnInfo& column) {
+  return column.typeCode == veldora::column_type::kInteger ? Variant(0) : Variant("");
+}
+
 Variant Converted(const ColumnInfo& column, const Variant& value) {
-  if (value.IsEmpty()) return value;
+  if (value.IsEmpty() || (value.IsText() && value.ToText().empty())) return NeverSet(column);
   if (column.typeCode == veldora::column_type::kInteger) return value.ToInteger32();
   return value.ToText();
 }
@@ -37,13 +41,13 @@ void RecListObject::AddField(const std::string& name, int typeCode, int size) {
   if (name.empty() || table_->Find(name))
     throw Failure(failure::kInvalidCall, "The table has a column \"" + name + "\" already");
   table_->columns.push_back({name, typeCode, size});
-  for (auto& row : table_->rows) row->cells.emplace_back();
+  for (auto& row : table_->rows) row->cells.push_back(NeverSet(table_->columns.back()));
 }
 
 int RecListObject::AddRow() {
   Pass<"AddRow">();
   table_->rows.push_back(std::make_shared<TableRow>());
-  table_->rows.back()->cells.resize(table_->columns.size());
+  for (const auto& column : table_->columns) table_->rows.back()->cells.push_back(NeverSet(column));
   return static_cast<int>(table_->rows.size()) - 1;
 }
 

@@ -81,7 +81,8 @@ struct TableRow {
 struct Table {
   std::vector<ColumnInfo> columns;
   std::vector<std::shared_ptr<TableRow>> rows;
-  std::string sought;  ///< the alias whose objects the rows stand for
+  std::string sought;                                  ///< the alias whose objects the rows stand for
+  std::vector<std::string> aliases = {std::string()};  ///< of the objects of each row
 
   std::optional<std::size_t> Find(const std::string& column) const;
   std::size_t ColumnOf(const std::string& column) const;

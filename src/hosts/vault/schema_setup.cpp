@@ -91,8 +91,8 @@ NewClass FileTypeClass() {
 
 std::vector<NewClass> ClassesOf(const VaultPlan& plan) {
   std::vector<NewClass> classes = {FileTypeClass(),
-                                   VersionedClass(plan.productClass, "ZORVA_PRODUCT"),
-                                   VersionedClass(plan.partClass, "ZORVA_PART"),
+                                   VersionedClass(plan.productClass, kProductTable),
+                                   VersionedClass(plan.partClass, kPartTable),
                                    VersionedClass(kDocumentClass, kDocumentTable),
                                    SettingClass(kAdminSetting, "TDMX_ADMIN_SETTING", plan.settings, false),
                                    SettingClass("User Setting", "TDMX_USER_SETTING", plan.settings, true),

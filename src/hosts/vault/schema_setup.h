@@ -9,7 +9,9 @@ namespace quintara::vault {
 /// file types and the settings that are read at start. In a transaction.
 void SetUpSchema(Database& database, const VaultPlan& plan);
 
-/// The table of the documents' class.
+/// The tables of the classes of assemblies, parts and documents.
+inline constexpr auto kProductTable = "ZORVA_PRODUCT";
+inline constexpr auto kPartTable = "ZORVA_PART";
 inline constexpr auto kDocumentTable = "DOCUMENT";
 inline constexpr auto kPartNumberAttribute = "NM_CN_PART_NUMBER";
 

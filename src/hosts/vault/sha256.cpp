@@ -1,82 +1,37 @@
 #include "hosts/vault/sha256.h"
 
-#include <bit>
-#include <cstddef>
-#include <cstring>
+#include <openssl/evp.h>
+
+#include "base/failure.h"
 
 namespace quintara::vault {
 namespace {
 
-constexpr std::size_t kBlock = 64;
-constexpr std::size_t kLengthField = 8;
-
-constexpr std::array<std::uint32_t, 64> kRound = {
-    0x428a2f98, 0x71374491, 0xb5c0fbcf, 0xe9b5dba5, 0x3956c25b, 0x59f111f1, 0x923f82a4, 0xab1c5ed5,
-    0xd807aa98, 0x12835b01, 0x243185be, 0x550c7dc3, 0x72be5d74, 0x80deb1fe, 0x9bdc06a7, 0xc19bf174,
-    0xe49b69c1, 0xefbe4786, 0x0fc19dc6, 0x240ca1cc, 0x2de92c6f, 0x4a7484aa, 0x5cb0a9dc, 0x76f988da,
-    0x983e5152, 0xa831c66d, 0xb00327c8, 0xbf597fc7, 0xc6e00bf3, 0xd5a79147, 0x06ca6351, 0x14292967,
-    0x27b70a85, 0x2e1b2138, 0x4d2c6dfc, 0x53380d13, 0x650a7354, 0x766a0abb, 0x81c2c92e, 0x92722c85,
-    0xa2bfe8a1, 0xa81a664b, 0xc24b8b70, 0xc76c51a3, 0xd192e819, 0xd6990624, 0xf40e3585, 0x106aa070,
-    0x19a4c116, 0x1e376c08, 0x2748774c, 0x34b0bcb5, 0x391c0cb3, 0x4ed8aa4a, 0x5b9cca4f, 0x682e6ff3,
-    0x748f82ee, 0x78a5636f, 0x84c87814, 0x8cc70208, 0x90befffa, 0xa4506ceb, 0xbef9a3f7, 0xc67178f2};
-
-using Words = std::array<std::uint32_t, 8>;
-
-std::uint32_t WordAt(const std::uint8_t* bytes) {
-  return static_cast<std::uint32_t>(bytes[0]) << 24U | static_cast<std::uint32_t>(bytes[1]) << 16U |
-         static_cast<std::uint32_t>(bytes[2]) << 8U | bytes[3];
-}
-
-std::array<std::uint32_t, 64> Schedule(const std::uint8_t* block) {
-  std::array<std::uint32_t, 64> w;
-  for (std::size_t i = 0; i < 16; ++i) w[i] = WordAt(block + 4 * i);
-  for (std::size_t i = 16; i < w.size(); ++i) {
-    const auto s0 = std::rotr(w[i - 15], 7) ^ std::rotr(w[i - 15], 18) ^ w[i - 15] >> 3U;
-    const auto s1 = std::rotr(w[i - 2], 17) ^ std::rotr(w[i - 2], 19) ^ w[i - 2] >> 10U;
-    w[i] = w[i - 16] + s0 + w[i - 7] + s1;
-  }
-  return w;
-}
-
-void Mix(Words& state, const std::uint8_t* block) {
-  const auto w = Schedule(block);
-  auto [a, b, c, d, e, f, g, h] = state;
-  for (std::size_t i = 0; i < w.size(); ++i) {
-    const auto s1 = std::rotr(e, 6) ^ std::rotr(e, 11) ^ std::rotr(e, 25);
-    const auto first = h + s1 + ((e & f) ^ (~e & g)) + kRound[i] + w[i];
-    const auto s0 = std::rotr(a, 2) ^ std::rotr(a, 13) ^ std::rotr(a, 22);
-    const auto second = s0 + ((a & b) ^ (a & c) ^ (b & c));
-    h = g, g = f, f = e, e = d + first, d = c, c = b, b = a, a = first + second;
-  }
-  const Words mixed = {a, b, c, d, e, f, g, h};
-  for (std::size_t i = 0; i < state.size(); ++i) state[i] += mixed[i];
+void RequireDone(int result) {
+  if (result != 1) throw Failure(failure::kInternal, "A digest couldn't be computed");
 }
 
 }  // namespace
 
 Digest Sha256(std::string_view bytes) {
-  Words state = {0x6a09e667, 0xbb67ae85, 0x3c6ef372, 0xa54ff53a, 0x510e527f, 0x9b05688c, 0x1f83d9ab, 0x5be0cd19};
-  const auto* data = reinterpret_cast<const std::uint8_t*>(bytes.data());
-  std::size_t at = 0;
-  for (; at + kBlock <= bytes.size(); at += kBlock) Mix(state, data + at);
-  std::array<std::uint8_t, 2 * kBlock> tail{};
-  const std::size_t rest = bytes.size() - at;
-  if (rest != 0) std::memcpy(tail.data(), data + at, rest);
-  tail[rest] = 0x80;
-  const std::size_t size = rest + 1 + kLengthField <= kBlock ? kBlock : 2 * kBlock;
-  const std::uint64_t bits = static_cast<std::uint64_t>(bytes.size()) * 8;
-  for (std::size_t i = 0; i < kLengthField; ++i) tail[size - 1 - i] = static_cast<std::uint8_t>(bits >> (8 * i));
-  for (std::size_t i = 0; i < size; i += kBlock) Mix(state, tail.data() + i);
   Digest digest;
-  for (std::size_t i = 0; i < digest.size(); ++i)
-    digest[i] = static_cast<std::uint8_t>(state[i / 4] >> (24 - 8 * (i % 4)));
+  RequireDone(EVP_Digest(bytes.data(), bytes.size(), digest.data(), nullptr, EVP_sha256(), nullptr));
   return digest;
 }
 
-std::string HexText(const Digest& digest) {
+Digest PasswordDigest(std::string_view password, std::string_view salt, int rounds) {
+  Digest digest;
+  RequireDone(PKCS5_PBKDF2_HMAC(password.data(), static_cast<int>(password.size()),
+                                reinterpret_cast<const unsigned char*>(salt.data()), static_cast<int>(salt.size()),
+                                rounds, EVP_sha256(), static_cast<int>(digest.size()), digest.data()));
+  return digest;
+}
+
+std::string HexText(std::span<const std::uint8_t> bytes) {
   constexpr std::string_view kDigits = "0123456789abcdef";
   std::string text;
-  for (const auto byte : digest) {
+  text.reserve(2 * bytes.size());
+  for (const auto byte : bytes) {
     text += kDigits[byte >> 4U];
     text += kDigits[byte & 15U];
   }

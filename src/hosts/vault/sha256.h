@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstdint>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -14,6 +15,9 @@ Digest Sha256(std::string_view bytes);
 /// The same as 64 lower-case hexadecimal digits.
 std::string Sha256Text(std::string_view bytes);
 
-std::string HexText(const Digest& digest);
+std::string HexText(std::span<const std::uint8_t> bytes);
+
+/// PBKDF2 with HMAC-SHA-256: 32 bytes from a password, that cost `rounds` times two digests.
+Digest PasswordDigest(std::string_view password, std::string_view salt, int rounds);
 
 }  // namespace quintara::vault

@@ -1,28 +1,46 @@
 #include "hosts/vault/users.h"
 
-#include <random>
+#include <openssl/crypto.h>
+#include <openssl/rand.h>
+
+#include <array>
+#include <charconv>
+#include <string_view>
 
 #include "base/failure.h"
+#include "hosts/vault/embedded_vault.h"
 #include "hosts/vault/sequences.h"
 #include "hosts/vault/sha256.h"
 
 namespace quintara::vault {
 namespace {
 
-constexpr int kRounds = 10000;
+// Slow on purpose, so that a stolen database doesn't give its passwords away cheaply, and yet nothing
+// that a user would feel at each command: some milliseconds.
+constexpr int kRounds = 20000;
+constexpr std::string_view kScheme = "pbkdf2-sha256:";
 
-// Slow on purpose: a stolen database shall not give its passwords away cheaply.
-std::string HashOf(const std::string& salt, const std::string& password) {
-  auto hash = Sha256Text(salt + '\n' + password);
-  for (int i = 0; i < kRounds; ++i) hash = Sha256Text(hash + salt + password);
-  return hash;
+// What is kept of a password: the scheme and its rounds, so that both can be changed, and the digest.
+std::string HashOf(const std::string& salt, const std::string& password, int rounds) {
+  return std::string(kScheme) + std::to_string(rounds) + ":" + HexText(PasswordDigest(password, salt, rounds));
+}
+
+int RoundsOf(const std::string& hash) {
+  int rounds = 0;
+  if (hash.starts_with(kScheme)) std::from_chars(hash.data() + kScheme.size(), hash.data() + hash.size(), rounds);
+  return rounds > 0 ? rounds : kRounds;
+}
+
+// Takes the same time wherever the two differ.
+bool AreEqual(const std::string& one, const std::string& other) {
+  return one.size() == other.size() && CRYPTO_memcmp(one.data(), other.data(), one.size()) == 0;
 }
 
 std::string NewSalt() {
-  std::random_device chance;
-  std::string bytes;
-  for (int i = 0; i < 8; ++i) bytes += std::to_string(chance());
-  return Sha256Text(bytes).substr(0, 32);
+  std::array<unsigned char, 16> bytes;
+  if (RAND_bytes(bytes.data(), static_cast<int>(bytes.size())) != 1)
+    throw Failure(failure::kInternal, "The system gave no random numbers for a password");
+  return HexText(bytes);
 }
 
 }  // namespace
@@ -33,16 +51,18 @@ std::int32_t AddUser(Database& database, const std::string& login, const std::st
   const auto id = NextNumber(database, sequence::kUser);
   const auto salt = NewSalt();
   database.Execute("INSERT INTO vd_user (user_id, login, salt, password_hash) VALUES (?, ?, ?, ?)",
-                   {std::int64_t{id}, login, salt, HashOf(salt, password)});
+                   {std::int64_t{id}, login, salt, HashOf(salt, password, kRounds)});
   return id;
 }
 
 std::int32_t Authenticated(Database& database, const std::string& login, const std::string& password) {
   const auto rows = database.Query("itt", "SELECT user_id, salt, password_hash FROM vd_user WHERE login = ?", {login});
   // The work is the same for an unknown login, so that it can't be told by the time it takes.
-  const auto hash = HashOf(rows.empty() ? std::string() : TextOf(rows[0][1]), password);
-  if (rows.empty() || hash != TextOf(rows[0][2])) {
-    throw Failure(failure::kPermissionDenied, "The vault doesn't know the user \"" + login + "\" with this password");
+  const auto kept = rows.empty() ? std::string() : TextOf(rows[0][2]);
+  const auto hash = HashOf(rows.empty() ? std::string() : TextOf(rows[0][1]), password, RoundsOf(kept));
+  if (rows.empty() || !AreEqual(hash, kept)) {
+    throw LogOnRefused(failure::kPermissionDenied,
+                       "The vault doesn't know the user \"" + login + "\" with this password");
   }
   return static_cast<std::int32_t>(IntegerOf(rows[0][0]));
 }

@@ -1,9 +1,11 @@
 #include "hosts/vault/working_copies.h"
 
 #include <filesystem>
+#include <set>
 #include <system_error>
 #include <vector>
 
+#include "base/attempt.h"
 #include "base/failure.h"
 #include "base/text.h"
 #include "hosts/vault/file_names.h"
@@ -36,7 +38,70 @@ std::vector<std::string> NotedPaths(const ObjectData& object, std::int64_t depos
   return paths;
 }
 
+// The digests of a file and of the light one beside it; empty when both are what was stored.
+std::string ChangedDigests(Core& core, const std::string& path, const Deposit& before) {
+  const auto file = Sha256Text(core.Files().Read(path));
+  const auto stored = before.light ? before.light->sha256 : std::string();
+  const auto beside = LightBeside(path, before.name);
+  const auto light = beside ? Sha256Text(core.Files().Read(*beside)) : stored;
+  return file == before.file.sha256 && light == stored ? std::string() : file + light;
+}
+
+// The notes that the writing of `copies` makes wrong.
+std::vector<Copy> WrongNotes(Core& core, const std::vector<Copy>& copies) {
+  std::vector<Copy> wrong;
+  for (const auto& copy : copies) {
+    const auto path = NormalPath(copy.path);
+    const auto rows = core.Data().Query(
+        "ii",
+        "SELECT object_id, deposit_id FROM vd_working_copy WHERE user_id = ? AND path = ? AND (object_id <> ? OR "
+        "deposit_id <> ?)",
+        {std::int64_t{core.UserId()}, path, std::int64_t{copy.objectId}, copy.deposit});
+    if (!rows.empty()) wrong.push_back({path, static_cast<std::int32_t>(IntegerOf(rows[0][0])), IntegerOf(rows[0][1])});
+  }
+  return wrong;
+}
+
+void ForgetNotes(Core& core, const std::vector<std::string>& paths) {
+  if (paths.empty()) return;
+  core.InTransaction([&] {
+    for (const auto& path : paths) {
+      core.Data().Execute("DELETE FROM vd_working_copy WHERE user_id = ? AND path = ?",
+                          {std::int64_t{core.UserId()}, path});
+    }
+  });
+}
+
 }  // namespace
+
+void WriteAndNote(Core& core, const std::vector<Copy>& copies, const std::function<void(std::size_t)>& write) {
+  const auto wrong = WrongNotes(core, copies);
+  std::vector<std::string> forgotten;
+  for (const auto& note : wrong) forgotten.push_back(note.path);
+  ForgetNotes(core, forgotten);
+  std::set<std::string> written;
+  std::size_t done = 0;
+  ErrorState error;
+  const bool complete = Attempt(error, [&] {
+    for (; done < copies.size(); ++done) {
+      write(done);
+      written.insert(NormalPath(copies[done].path));
+    }
+  });
+  if (core.IsInTransaction() && !written.empty()) {
+    // The files stay as they are now, though the notes come back.
+    core.WhenUndone([&core, paths = std::vector(written.begin(), written.end())] { ForgetNotes(core, paths); });
+  }
+  core.InTransaction([&] {
+    for (std::size_t i = 0; i < done; ++i) {
+      if (copies[i].objectId != 0) NoteCopy(core, copies[i].path, copies[i].objectId, copies[i].deposit);
+    }
+    for (const auto& note : wrong) {
+      if (!written.contains(note.path)) NoteCopy(core, note.path, note.objectId, note.deposit);
+    }
+  });
+  if (!complete) throw Failure(error.number, error.description);
+}
 
 void NoteCopy(Core& core, const std::string& path, std::int32_t objectId, std::int64_t deposit) {
   core.InTransaction([&] {
@@ -71,22 +136,29 @@ bool IsWorkingCopy(Core& core, const std::string& path) {
   return !rows.empty();
 }
 
+void HandOverNotes(Core& core, std::int32_t fromObject, std::int32_t toObject, std::int64_t deposit) {
+  core.Data().Execute("UPDATE vd_working_copy SET object_id = ? WHERE object_id = ? AND user_id = ? AND deposit_id = ?",
+                      {std::int64_t{toObject}, std::int64_t{fromObject}, std::int64_t{core.UserId()}, deposit});
+}
+
 bool StoreWorkingCopy(const ObjectData& object) {
   auto& core = object.TheCore();
   const auto row = RowOf(object);
   if (row.owner != core.UserId() || row.deposit == 0) return false;
+  const auto paths = NotedPaths(object, row.deposit);
+  if (paths.empty()) return false;
   const auto before = FindDeposit(core.Data(), row.deposit);
   std::string changed;
-  std::string digest;
-  for (const auto& path : NotedPaths(object, row.deposit)) {
-    const auto found = Sha256Text(core.Files().Read(path));
-    if (found == before->file.sha256 || found == digest) continue;
+  std::string digests;
+  for (const auto& path : paths) {
+    const auto found = ChangedDigests(core, path, *before);
+    if (found.empty() || found == digests) continue;
     if (!changed.empty()) {
       throw Failure(failure::kInvalidCall, "\"" + changed + "\" and \"" + path + "\" are copies of " +
                                                Described(object.Info(), object.Id()) + ", and both have changed");
     }
     changed = path;
-    digest = found;
+    digests = found;
   }
   if (changed.empty()) return false;
   TakeContent(object, changed);

@@ -116,5 +116,101 @@ TYPED_TEST(VaultCheck, ASequenceThatWouldRepeatItselfIsFound) {
   EXPECT_EQ(this->Kinds(), std::vector<Kind>{Kind::kObject});
 }
 
+TYPED_TEST(VaultCheck, ALostFileIsFoundForEachObjectThatHasIt) {
+  this->AddPart("SAME", "bolt bytes");
+  std::filesystem::remove(this->Stored("bolt bytes"));
+
+  EXPECT_EQ(this->Kinds(), (std::vector<Kind>{Kind::kMissingFile, Kind::kMissingFile}));
+}
+
+TYPED_TEST(VaultCheck, AnotherFileNameThanTheStoredOneIsFound) {
+  this->Execute("UPDATE \"ZORVA_PRODUCT\" SET \"FILE_NAME\" = 'other'");
+
+  EXPECT_EQ(this->Kinds(), std::vector<Kind>{Kind::kObject});
+}
+
+TYPED_TEST(VaultCheck, AnotherClassIdIsFound) {
+  this->Execute("UPDATE \"ZORVA_PRODUCT\" SET \"CLASS_ID\" = 1");
+
+  EXPECT_EQ(this->Kinds(), std::vector<Kind>{Kind::kObject});
+}
+
+TYPED_TEST(VaultCheck, AnObjectWithoutAttributesIsFound) {
+  this->Execute("DELETE FROM \"ZORVA_PRODUCT\"");
+
+  EXPECT_EQ(this->Kinds(), std::vector<Kind>{Kind::kObject});
+}
+
+TYPED_TEST(VaultCheck, AnObjectThatBelongsToSomebodyWithoutBeingCheckedOutIsFound) {
+  this->Execute("UPDATE \"ZORVA_PRODUCT\" SET \"STATE\" = 1");
+
+  EXPECT_EQ(this->Kinds(), std::vector<Kind>{Kind::kObject});
+}
+
+TYPED_TEST(VaultCheck, AnObjectWithoutAnIdentityIsFound) {
+  this->Execute("UPDATE vd_object SET identity = NULL WHERE object_id = (SELECT \"OBJECT_ID\" FROM \"ZORVA_PRODUCT\")");
+
+  EXPECT_EQ(this->Kinds(), std::vector<Kind>{Kind::kVersion});
+}
+
+TYPED_TEST(VaultCheck, LinksWithoutAnOrderAreFound) {
+  const auto car = this->AddProduct("P", {this->AddPart("A"), this->AddPart("B")});
+  this->Execute("UPDATE vd_link SET place = 1 WHERE from_object = " + std::to_string(car->ObjectId()));
+
+  EXPECT_EQ(this->Kinds(), std::vector<Kind>{Kind::kLink});
+}
+
+TYPED_TEST(VaultCheck, ALinkOfAnotherClassIsFound) {
+  this->Execute("UPDATE vd_link SET \"CLASS_ID\" = 1 WHERE \"OBJECT_ID\" = (SELECT MIN(\"OBJECT_ID\") FROM vd_link)");
+
+  EXPECT_EQ(this->Kinds(), std::vector<Kind>{Kind::kLink});
+}
+
+TYPED_TEST(VaultCheck, ASettingInAStructureIsFound) {
+  const auto setting = this->vault->AddObject("Admin Setting", {}, {});
+  this->Execute("UPDATE vd_link SET to_object = " + std::to_string(setting->ObjectId()) +
+                " WHERE \"OBJECT_ID\" = (SELECT MIN(\"OBJECT_ID\") FROM vd_link)");
+
+  EXPECT_EQ(this->Kinds(), std::vector<Kind>{Kind::kLink});
+}
+
+// What the database's own keys keep from happening, where they were switched off.
+TEST(VaultCheckWithoutKeys, EndsFilesUsersAndClassesThatAreNotThereAreFound) {
+  VaultBase base({});
+  InitVault(base.Plan(), *base.files);
+  base.Open();
+  const auto bolt = base.AddPart("BOLT", "bytes");
+  const auto nut = base.AddPart("NUT");
+  const auto axle = base.AddPart("AXLE");
+  base.AddProduct("CAR", {bolt});
+  vault::Database database(base.vault->Folder().connection);
+  database.ExecuteOnce("PRAGMA foreign_keys = OFF");
+  const auto where = [](const Ref<VdObject>& object) {
+    return " WHERE object_id = " + std::to_string(object->ObjectId());
+  };
+
+  database.ExecuteOnce("UPDATE vd_link SET to_object = 77777");
+  database.ExecuteOnce("UPDATE vd_object SET deposit_id = 77777" + where(bolt));
+  database.ExecuteOnce("UPDATE vd_object SET owner_id = 77777" + where(nut));
+  database.ExecuteOnce("UPDATE vd_object SET class_id = 77" + where(axle));
+
+  std::vector<std::string> texts;
+  for (const auto& finding : base.vault->Check()) texts.push_back(finding.text);
+  for (const auto* text :
+       {"has an end that isn't there", "has a file that isn't there", "belongs to a user who isn't there",
+        "is of no class of objects", "has attributes, but isn't an object"}) {
+    EXPECT_THAT(texts, testing::Contains(testing::HasSubstr(text)));
+  }
+}
+
+TYPED_TEST(VaultCheck, AVaultIsNotCheckedInTheMidstOfAChange) {
+  this->vault->InTransaction([&] {
+    this->AddPart("NUT");
+    EXPECT_THAT(FailureOf([&] { this->vault->Check(); }), FailsWith(failure::kInvalidCall));
+  });
+
+  EXPECT_EQ(this->vault->FindNewest("NUT").size(), 1U);
+}
+
 }  // namespace
 }  // namespace quintara::test

@@ -115,5 +115,40 @@ TEST(VaultJoining, PostgresNeedsTheStoreAndSharesAll) {
   EXPECT_EQ(second.FileOf(same), "bytes");
 }
 
+TEST(VaultFolders, TheFileWithTheConnectionIsForItsOwnerAlone) {
+  VaultBase base({});
+  InitVault(base.Plan(), *base.files);
+
+  const auto permissions = std::filesystem::status(base.folder.Path("quintara.vault/vault.xml")).permissions();
+
+  EXPECT_EQ(permissions & (std::filesystem::perms::group_all | std::filesystem::perms::others_all),
+            std::filesystem::perms::none);
+}
+
+TEST(VaultFolders, AFailureTakesTheFoldersAboveAwayToo) {
+  VaultBase base({});
+  auto plan = base.Plan();
+  plan.folder = base.folder.Path("above/further/quintara.vault");
+  const auto names = base.folder.Names();
+  base.gate->FailOperation("Files.Write", 2);
+
+  EXPECT_NE(FailureOf([&] { InitVault(plan, *base.files); }).Number(), 0);
+
+  EXPECT_EQ(base.folder.Names(), names);
+}
+
+TEST(VaultFolders, AFailedConnectionLeavesNothingAndShowsNoPassword) {
+  VaultBase base({});
+  auto plan = base.Plan();
+  plan.connection = "postgresql://host=/nowhere/at/all password=hidden";
+  const auto names = base.folder.Names();
+
+  const auto failure = FailureOf([&] { InitVault(plan, *base.files); });
+
+  EXPECT_THAT(failure, FailsWith(failure::kDeviceError));
+  EXPECT_THAT(failure.Description(), testing::Not(testing::HasSubstr("hidden")));
+  EXPECT_EQ(base.folder.Names(), names);
+}
+
 }  // namespace
 }  // namespace quintara::test

@@ -1,6 +1,7 @@
 #include "hosts/vault/vault_fixture.h"
 
 #include <filesystem>
+#include <map>
 
 namespace quintara::test {
 namespace {
@@ -114,12 +115,37 @@ TYPED_TEST(VaultUnderFailure, AFailedOperationInsideATransactionIsUndoneAlone) {
   EXPECT_THAT(this->vault->Check(), testing::IsEmpty());
 }
 
+TYPED_TEST(VaultUnderFailure, BytesThatCouldNotBeBroughtToTheDiskLeaveNothing) {
+  this->gate->FailOperation("Files.Sync");
+
+  EXPECT_NE(FailureOf([&] { this->AddPart("BOLT", "bytes"); }).Number(), 0);
+
+  this->gate->Reset();
+  EXPECT_TRUE(this->vault->FindNewest("BOLT").empty());
+  EXPECT_THAT(this->StoredFiles(), testing::IsEmpty());
+}
+
+TYPED_TEST(VaultUnderFailure, BytesWhoseWritingFailedAreWrittenWhenTheyAreStoredAgain) {
+  Ref<veldora::VdObject> nut;
+
+  this->vault->InTransaction([&] {
+    this->gate->FailOperation("Files.Write");
+    EXPECT_NE(FailureOf([&] { this->AddPart("BOLT", "bytes"); }).Number(), 0);
+    this->gate->Reset();
+    nut = this->AddPart("NUT", "bytes");
+  });
+
+  EXPECT_EQ(this->vault->FileOf(nut), "bytes");
+  EXPECT_THAT(this->vault->Check(), testing::IsEmpty());
+}
+
 TYPED_TEST(VaultUnderFailure, BytesThatCouldNotBeMovedStayReadableAndAreMovedLater) {
   this->gate->FailOperation("Files.Rename");
   const auto part = this->AddPart("BOLT", "bytes");
   this->gate->Reset();
 
   EXPECT_EQ(this->vault->FileOf(part), "bytes");
+  EXPECT_THAT(this->vault->Check(), testing::IsEmpty());
   this->AddPart("NUT");
   EXPECT_THAT(this->vault->Check(), testing::IsEmpty());
 }
@@ -134,6 +160,135 @@ TYPED_TEST(VaultUnderFailure, AFailedCopyLeavesTheOldFile) {
   EXPECT_EQ(this->ReadWork("BOLT.stp"), "mine");
   this->gate->Reset();
   EXPECT_FALSE(this->vault->Integration().NotedObject(this->WorkPath("BOLT.stp")));
+}
+
+TYPED_TEST(VaultUnderFailure, SettingAStructureIsAllOrNothing) {
+  const auto a = this->AddPart("A");
+  const auto b = this->AddPart("B");
+  const auto car = this->AddProduct("CAR", {a});
+
+  this->Sweep([&] { this->vault->SetStructure(car, {{b, 2}, {a, 1}}); });
+  EXPECT_EQ(this->vault->Structure(car).size(), 2U);
+}
+
+TYPED_TEST(VaultUnderFailure, ReplacingChildrenIsAllOrNothing) {
+  const auto a = this->AddPart("A");
+  const auto b = this->AddPart("B");
+  const auto car = this->AddProduct("CAR", {a});
+
+  this->Sweep([&] { this->vault->Integration().ReplaceChildren(car, {{a, b}}); });
+  EXPECT_EQ(this->vault->Structure(car)[0].object->ObjectId(), b->ObjectId());
+}
+
+TYPED_TEST(VaultUnderFailure, ANewReleaseIsAllOrNothing) {
+  const auto part = this->AddPart("BOLT", "bytes", "light");
+  const auto car = this->AddProduct("CAR", {part});
+  this->Release(car);
+  const auto util = this->Util();
+
+  this->Sweep([&] { util->NewRelease(car, nullptr, false); });
+  EXPECT_EQ(car->GetVersion(3)->Children(nullptr)->Count(), 1);
+}
+
+TYPED_TEST(VaultUnderFailure, LinkingIsAllOrNothing) {
+  const auto car = this->AddProduct("CAR");
+  const auto document = this->AddDocument("CAR Matrix");
+  const auto linkClass = this->ClassId("Document Link");
+  const auto behavior = this->Behavior();
+
+  this->Sweep([&] { car->AddLink(linkClass, document, nullptr, behavior); });
+}
+
+// Fails each call of a copy once. Whatever a failed copy has written, each file is whole and is noted
+// as what it is, or not at all: a check-in would store it as that.
+template <class Maker>
+class CopyUnderFailure : public VaultUnderFailure<Maker> {
+ protected:
+  CopyUnderFailure() {
+    bolt = this->AddPart("BOLT", "bolt", "bolt light");
+    nut = this->AddPart("NUT", "nut");
+    car = this->AddProduct("CAR", {bolt, nut});
+  }
+  // What a failed copy may leave in place of each file, and what it is noted as then; noted as nothing
+  // it may hold either.
+  void ExpectTrueNotes() {
+    const std::map<std::int32_t, std::string> contents = {
+        {bolt->ObjectId(), "bolt"}, {nut->ObjectId(), "nut"}, {car->ObjectId(), "product CAR"}};
+    for (const auto* name : {"BOLT.stp", "NUT.stp", "CAR.ZVAProduct", "x.stp"}) {
+      const auto noted = this->vault->Integration().NotedObject(this->WorkPath(name));
+      if (!noted) continue;
+      EXPECT_EQ(this->ReadWork(name), contents.at(noted->objectId)) << name;
+    }
+    for (const auto& entry : std::filesystem::directory_iterator(this->folder.Path("work"))) {
+      EXPECT_EQ(entry.path().string().find(".new"), std::string::npos) << entry.path();
+    }
+  }
+  template <class Operation>
+  void SweepCopy(Operation&& operation) {
+    for (int n = 1; n < 200; ++n) {
+      // The other way round before: each file is noted as another object.
+      nut->CopyFileTo("BOLT.stp", this->folder.Path("work"));
+      bolt->CopyFileTo("NUT.stp", this->folder.Path("work"));
+      nut->CopyFileTo("x.stp", this->folder.Path("work"));
+      this->gate->FailCall(n);
+      const auto failure = FailureOf(operation);
+      const bool injected = this->gate->HasFailed();
+      this->gate->Reset();
+      ExpectTrueNotes();
+      if (!injected) {
+        EXPECT_EQ(failure.Number(), 0) << failure.Description();
+        EXPECT_GT(n, 3);
+        return;
+      }
+    }
+    ADD_FAILURE() << "the copy never came through";
+  }
+
+  Ref<VdObject> bolt, nut, car;
+};
+TYPED_TEST_SUITE(CopyUnderFailure, Databases, DatabaseName);
+
+TYPED_TEST(CopyUnderFailure, CopyFileToNeverNotesAFileForWhatItIsNot) {
+  this->SweepCopy([&] { this->bolt->CopyFileTo("x.stp", this->folder.Path("work")); });
+
+  EXPECT_EQ(this->ReadWork("x.stp"), "bolt");
+  EXPECT_EQ(this->ReadWork("x.stp.lwt"), "bolt light");
+}
+
+TYPED_TEST(CopyUnderFailure, CopyFileNeverNotesAFileForWhatItIsNot) {
+  this->CheckIn(this->bolt);
+  this->CheckIn(this->nut);
+  const auto util = this->Util();
+  const auto operation = this->Operation("CopyFile");
+
+  this->SweepCopy([&] { util->RunOperation(this->car, operation, true, nullptr, nullptr); });
+
+  EXPECT_EQ(this->ReadWork("BOLT.stp"), "bolt");
+  EXPECT_EQ(this->ReadWork("NUT.stp"), "nut");
+  EXPECT_EQ(this->ReadWork("CAR.ZVAProduct"), "product CAR");
+}
+
+TYPED_TEST(CopyUnderFailure, CopyVaultFileAndCopyDocumentFileNeverDoEither) {
+  const auto util = this->Util();
+  const auto directory = this->TextOf(this->bolt, "DIRECTORY");
+  const auto work = this->folder.Path("work");
+
+  this->SweepCopy([&] { util->CopyVaultFile(1, directory, "BOLT.stp", work, "x.stp"); });
+  this->SweepCopy([&] { util->CopyDocumentFile(this->bolt, "x.stp", work, 0); });
+
+  EXPECT_EQ(this->ReadWork("x.stp"), "bolt");
+}
+
+TYPED_TEST(CopyUnderFailure, AChangedWorkingCopyStaysOneWhenItCouldNotBeOverwritten) {
+  this->nut->CopyFileTo("x.stp", this->folder.Path("work"));
+  this->WriteWork("x.stp", "changed nut");
+  this->gate->FailOperation("Files.Rename");
+
+  EXPECT_NE(FailureOf([&] { this->bolt->CopyFileTo("x.stp", this->folder.Path("work")); }).Number(), 0);
+  this->gate->Reset();
+  this->CheckIn(this->nut);
+
+  EXPECT_EQ(this->vault->FileOf(this->nut), "changed nut");
 }
 
 }  // namespace

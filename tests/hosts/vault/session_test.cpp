@@ -1,3 +1,4 @@
+#include "hosts/vault/database.h"
 #include "hosts/vault/vault_fixture.h"
 
 namespace quintara::test {
@@ -7,31 +8,6 @@ template <class Maker>
 class VaultSession : public VaultTest<Maker> {};
 TYPED_TEST_SUITE(VaultSession, Databases, DatabaseName);
 
-TYPED_TEST(VaultSession, TheRunningClientHasOneSessionAndOneDatabase) {
-  const auto engine = this->vault->Application()->Engine();
-
-  EXPECT_EQ(engine->Sessions(0), engine->Sessions(0));
-  EXPECT_EQ(engine->Databases(0)->Alias(), "quintara");
-  EXPECT_THAT(FailureOf([&] { engine->Sessions(1); }), FailsWith(failure::kSubscriptOutOfRange));
-  EXPECT_THAT(FailureOf([&] { engine->Databases(-1); }), FailsWith(failure::kSubscriptOutOfRange));
-}
-
-TYPED_TEST(VaultSession, OpeningTheConnectionOfAJoinedSessionDoesNothing) {
-  const auto database = this->vault->Application()->Engine()->Databases(0);
-
-  this->Session()->OpenDatabaseConnection(database->ConnectionString(), database->ConnectionPassword(), true);
-
-  EXPECT_EQ(this->Session()->UserMetaInfo()->Login(), "admin");
-}
-
-TYPED_TEST(VaultSession, TheUserIsKnown) {
-  const auto user = this->Session()->UserMetaInfo();
-
-  EXPECT_EQ(user->Login(), "admin");
-  EXPECT_EQ(user->Password(), "secret");
-  EXPECT_GT(user->UserId(), 0);
-}
-
 TYPED_TEST(VaultSession, AWrongPasswordOrLoginOpensNothing) {
   auto options = this->Options();
   options.password = "wrong";
@@ -39,33 +15,6 @@ TYPED_TEST(VaultSession, AWrongPasswordOrLoginOpensNothing) {
 
   options.login = "nobody";
   EXPECT_THAT(FailureOf([&] { this->OpenAnother(options); }), FailsWith(failure::kPermissionDenied));
-}
-
-TYPED_TEST(VaultSession, ObjectsFailBetweenLogOffAndLogOn) {
-  const auto session = this->Session();
-  const auto part = this->AddPart("BOLT");
-  const auto store = session->ObjectStore();
-  const auto config = session->Config();
-  session->UserLogoff();
-
-  EXPECT_THAT(FailureOf([&] { part->Retrieve(); }), FailsWith(failure::kPermissionDenied));
-  EXPECT_THAT(FailureOf([&] { store->NewObjects(); }), FailsWith(failure::kPermissionDenied));
-  EXPECT_THAT(FailureOf([&] { config->Value("x"); }), FailsWith(failure::kPermissionDenied));
-  EXPECT_THAT(FailureOf([&] { session->MetaInfo(); }), FailsWith(failure::kPermissionDenied));
-  EXPECT_THAT(FailureOf([&] { this->vault->AddObject("ZORVA Part", {}, {}); }), FailsWith(failure::kPermissionDenied));
-  EXPECT_THAT(FailureOf([&] { session->UserLogoff(); }), FailsWith(failure::kPermissionDenied));
-
-  session->UserLogin("admin", "secret");
-  part->Retrieve();
-  EXPECT_EQ(part->Record()->ValueAsString("NM_CN_PART_NUMBER"), "BOLT");
-  EXPECT_EQ(store->NewObjects()->Count(), 0);
-}
-
-TYPED_TEST(VaultSession, AFailedLogOnLeavesTheSessionLoggedOff) {
-  this->Session()->UserLogoff();
-
-  EXPECT_THAT(FailureOf([&] { this->Session()->UserLogin("admin", "wrong"); }), FailsWith(failure::kPermissionDenied));
-  EXPECT_THAT(FailureOf([&] { this->Session()->ObjectStore(); }), FailsWith(failure::kPermissionDenied));
 }
 
 TYPED_TEST(VaultSession, TheApplicationNameTellsWhatWasStartedFirst) {
@@ -77,22 +26,6 @@ TYPED_TEST(VaultSession, TheApplicationNameTellsWhatWasStartedFirst) {
   EXPECT_EQ(this->Session()->ApplicationName(), "ZORVA");
 }
 
-TYPED_TEST(VaultSession, ServicesAreFoundWithoutRegardToCase) {
-  EXPECT_TRUE(this->Session()->GetService("Vdutil.VdSessionUtil")->AsVdSessionUtil());
-  EXPECT_TRUE(this->Session()->GetService("VDGUISRV.VDCOMMONGUI")->AsVdCommonGUI());
-  EXPECT_TRUE(this->Session()->GetService("VdGUISrv.VdGUIServices")->AsVdGUIServices());
-  EXPECT_FALSE(this->Session()->GetService("VdUtil.Nonsense"));
-}
-
-TYPED_TEST(VaultSession, TheWorkDirectoryIsFoundThroughTheContextService) {
-  const auto service =
-      this->Session()->GetService("VeldoraClientContextService.VdClientContextService")->AsVdClientContextService();
-  const auto paths = service->Context()->Paths();
-
-  EXPECT_EQ(paths->WorkDirectoryOf(paths->CurrentKey()), this->folder.Path("work"));
-  EXPECT_THAT(FailureOf([&] { paths->WorkDirectoryOf("nonsense"); }), FailsWith(failure::kInvalidCall));
-}
-
 TYPED_TEST(VaultSession, AConfigurationValueIsThereForEveryProcessAtOnce) {
   const auto config = this->Session()->Config();
   const auto other = this->OpenAnother(this->Options());
@@ -101,15 +34,6 @@ TYPED_TEST(VaultSession, AConfigurationValueIsThereForEveryProcessAtOnce) {
   config->SetValue("$User\\LIFE CYCLE\\X", "FALSE");
 
   EXPECT_EQ(other->Application()->Engine()->Sessions(0)->Config()->Value("$User\\LIFE CYCLE\\X"), "FALSE");
-}
-
-TYPED_TEST(VaultSession, ConfigurationPathsCompareExactly) {
-  const auto config = this->Session()->Config();
-  config->SetValue("$User\\LifeCycleSetUp\\CopyOverwrite", "YES");
-
-  EXPECT_EQ(config->Value("$User\\LifeCycleSetup\\CopyOverwrite"), "");
-  EXPECT_EQ(config->Value("$User\\LifeCycleSetUp\\CopyOverwrite"), "YES");
-  EXPECT_EQ(config->Value("$User\\Nothing"), "");
 }
 
 TYPED_TEST(VaultSession, AUsersConfigurationIsTheirOwn) {
@@ -190,18 +114,6 @@ TYPED_TEST(VaultSession, APickDialogGivesThePickedObject) {
   EXPECT_EQ(this->dialogs[0].objects.size(), 2U);
 }
 
-TYPED_TEST(VaultSession, ADismissedDialogGivesNothing) {
-  const auto list = this->Store()->NewObjects();
-  list->Add(this->AddPart("A"));
-  const auto dialog = this->Session()->GetService("VdGUISrv.VdCommonGUI")->AsVdCommonGUI()->Dialogs()->New(1);
-  dialog->Input()->SetObjects(list);
-
-  dialog->Window()->Show();
-
-  EXPECT_EQ(dialog->Window()->Result(), 2);
-  EXPECT_EQ(dialog->Output()->Objects()->Count(), 0);
-}
-
 TYPED_TEST(VaultSession, AnObjectIsShownWithATitle) {
   const auto list = this->Store()->NewObjects();
   list->Add(this->AddPart("A"));
@@ -215,15 +127,6 @@ TYPED_TEST(VaultSession, AnObjectIsShownWithATitle) {
   ASSERT_EQ(this->dialogs.size(), 1U);
   EXPECT_EQ(this->dialogs[0].title, "Information");
   EXPECT_EQ(this->dialogs[0].kind, 8);
-}
-
-TYPED_TEST(VaultSession, UnknownDialogsAndForeignListsFail) {
-  const auto pickers = this->Session()->GetService("VdGUISrv.VdCommonGUI")->AsVdCommonGUI()->Dialogs();
-
-  EXPECT_THAT(FailureOf([&] { pickers->New(8); }), FailsWith(failure::kInvalidCall));
-  EXPECT_THAT(FailureOf([&] { pickers->New(1)->Input()->SetObjects(this->AddPart("A")); }),
-              FailsWith(failure::kTypeMismatch));
-  EXPECT_THAT(FailureOf([&] { pickers->New(1)->Input()->SetObjects(nullptr); }), FailsWith(failure::kObjectNotSet));
 }
 
 TYPED_TEST(VaultSession, TheConfigurationProviderAnswersUnderTheVaultsUri) {
@@ -261,6 +164,35 @@ TYPED_TEST(VaultSession, EveryOperationIsRecordedInOrder) {
 
   EXPECT_EQ(this->gate->Record(),
             (std::vector<std::string>{"VdSession.MetaInfo", "VdMetaInfo.ClassByName(ZORVA Part)", "VdClass.ClassId"}));
+}
+
+TYPED_TEST(VaultSession, TheConfigurationOfAllIsInForceFromTheLogOnToo) {
+  this->Session()->Config()->SetValue("Site\\X", "YES");
+  EXPECT_EQ(this->vault->Integration().ConfigInForce("Site\\X"), "");
+
+  this->Session()->UserLogin("admin", "secret");
+
+  EXPECT_EQ(this->vault->Integration().ConfigInForce("Site\\X"), "YES");
+}
+
+TYPED_TEST(VaultSession, PasswordsAreKeptAsSaltedDigests) {
+  this->vault->AddUser("eve", "open sesame", false);
+  this->vault->AddUser("bob", "open sesame", false);
+
+  EXPECT_THAT(this->Dump(), testing::Not(testing::HasSubstr("open sesame")));
+  vault::Database database(this->vault->Folder().connection);
+  const auto rows = database.Query("tt", "SELECT salt, password_hash FROM vd_user WHERE login IN ('eve', 'bob')");
+  ASSERT_EQ(rows.size(), 2U);
+  EXPECT_NE(vault::TextOf(rows[0][0]), vault::TextOf(rows[1][0]));
+  EXPECT_NE(vault::TextOf(rows[0][1]), vault::TextOf(rows[1][1]));
+  EXPECT_THAT(vault::TextOf(rows[0][1]), testing::StartsWith("pbkdf2-sha256:"));
+}
+
+TYPED_TEST(VaultSession, NothingOfTheUsersIsChangedBetweenLogOffAndLogOn) {
+  this->Session()->UserLogoff();
+
+  EXPECT_THAT(FailureOf([&] { this->vault->AddUser("eve", "", true); }), FailsWith(failure::kPermissionDenied));
+  EXPECT_THAT(FailureOf([&] { this->vault->Check(); }), FailsWith(failure::kPermissionDenied));
 }
 
 }  // namespace

@@ -1,5 +1,3 @@
-#include <filesystem>
-
 #include "hosts/vault/vault_fixture.h"
 
 namespace quintara::test {
@@ -10,22 +8,18 @@ constexpr auto kControls = "norvik.solutions.NLS.Controls.QNTR";
 class VaultTexts : public testing::Test, public VaultBase {
  protected:
   VaultTexts() : VaultBase({}) {
-    WriteTexts("EN", "Controls", kControls,
-               "<NLS><Text Key=\"QD.FIND_CAPTION\">Find &amp; go</Text><Text Key=\"EMPTY\"/></NLS>");
-    WriteTexts("DE", "Controls", kControls, "<NLS><Text Key=\"QD.FIND_CAPTION\">Suchen</Text></NLS>");
-    WriteTexts("EN", "Errors", "broken", "<NLS><Text");
     auto plan = Plan();
-    plan.texts = folder.Path("texts");
+    plan.texts[PathOf("EN", "Controls", kControls)] =
+        "<NLS><Text Key=\"QD.FIND_CAPTION\">Find &amp; go</Text><Text Key=\"EMPTY\"/></NLS>";
+    plan.texts[PathOf("DE", "Controls", kControls)] = "<NLS><Text Key=\"QD.FIND_CAPTION\">Suchen</Text></NLS>";
+    plan.texts[PathOf("EN", "Errors", "broken")] = "<NLS><Text";
     InitVault(plan, *files);
     Open();
     translator = vault->NewTranslator();
     translator->SetLanguage("EN");
   }
-  void WriteTexts(const std::string& language, const std::string& appendix, const std::string& nameSpace,
-                  const std::string& xml) const {
-    const auto path = "texts/" + language + "/Custom/" + appendix + "/" + nameSpace + "/1.0";
-    std::filesystem::create_directories(folder.Path(path));
-    folder.Write(path + "/NLS.xml", xml);
+  static std::string PathOf(const std::string& language, const std::string& appendix, const std::string& nameSpace) {
+    return language + "/Custom/" + appendix + "/" + nameSpace + "/1.0/NLS.xml";
   }
 
   Ref<veldora::VdTranslator> translator;

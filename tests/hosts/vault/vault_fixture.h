@@ -11,6 +11,7 @@
 #include "access/contracts/veldora.h"
 #include "base/failure.h"
 #include "hosts/native/native_files.h"
+#include "hosts/vault/contract/fixture.h"
 #include "hosts/vault/embedded_vault.h"
 #include "support/test_platform.h"
 
@@ -36,24 +37,6 @@ struct DatabaseName {
     return Maker::kName;
   }
 };
-
-/// The failure that `body` ends with; number 0 when it doesn't.
-template <class Body>
-Failure FailureOf(Body&& body) {
-  try {
-    body();
-  } catch (const Failure& failure) {
-    return failure;
-  }
-  return Failure(0, "no failure");
-}
-
-MATCHER_P(FailsWith, number, "") {
-  *result_listener << "fails with " << arg.Number() << ", " << arg.Description();
-  return arg.Number() == number;
-}
-
-using veldora::VdObject;
 
 /// A vault of its own, with the user "admin" logged on.
 class VaultBase {

@@ -1,13 +1,14 @@
-#include "hosts/vault/vault_fixture.h"
+#pragma once
+
+#include "hosts/vault/contract/fixture.h"
 
 namespace quintara::test {
-namespace {
 
-template <class Maker>
-class VaultObjects : public VaultTest<Maker> {};
-TYPED_TEST_SUITE(VaultObjects, Databases, DatabaseName);
+template <class Host>
+class VaultObjectContract : public VaultContract<Host> {};
+TYPED_TEST_SUITE(VaultObjectContract, VaultContractHosts, VaultHostName);
 
-TYPED_TEST(VaultObjects, AnUnknownIdIsNothing) {
+TYPED_TEST(VaultObjectContract, AnUnknownIdIsNothing) {
   const auto part = this->AddPart("BOLT");
 
   EXPECT_FALSE(this->Store()->ObjectById(part->ClassId(), part->ObjectId() + 1000));
@@ -15,7 +16,7 @@ TYPED_TEST(VaultObjects, AnUnknownIdIsNothing) {
   EXPECT_FALSE(this->Store()->ObjectById(999, part->ObjectId()));
 }
 
-TYPED_TEST(VaultObjects, ANewObjectIsStoredWithItsMasksFilled) {
+TYPED_TEST(VaultObjectContract, ANewObjectIsStoredWithItsMasksFilled) {
   const auto part = this->Store()->NewObject(this->ClassId("ZORVA Part"));
   part->InitData();
   part->Record()->ValuateFromString("NM_CN_PART_NUMBER", "BOLT");
@@ -33,7 +34,7 @@ TYPED_TEST(VaultObjects, ANewObjectIsStoredWithItsMasksFilled) {
   EXPECT_EQ(record->ValueAsString("CREATION_DATE").size(), 20U);
 }
 
-TYPED_TEST(VaultObjects, ANewObjectIsNotInTheVaultBeforeItIsAdded) {
+TYPED_TEST(VaultObjectContract, ANewObjectIsNotInTheVaultBeforeItIsAdded) {
   const auto part = this->Store()->NewObject(this->ClassId("ZORVA Part"));
 
   EXPECT_EQ(part->ObjectId(), 0);
@@ -43,31 +44,28 @@ TYPED_TEST(VaultObjects, ANewObjectIsNotInTheVaultBeforeItIsAdded) {
   EXPECT_THAT(FailureOf([&] { part->Children(nullptr); }), FailsWith(failure::kInvalidCall));
 }
 
-TYPED_TEST(VaultObjects, AnIdentityGivenByHandIsTakenOnceAndPassedOverByTheSequence) {
+TYPED_TEST(VaultObjectContract, AnIdentityGivenByHandIsTakenOnceAndPassedOverByTheSequence) {
   const auto next = std::stoi(this->TextOf(this->AddPart("A"), "CN_ID")) + 1;
   const auto given = std::string(7, '0') + std::to_string(next);
-  this->vault->AddObject("ZORVA Part", {{"CN_ID", given}}, {});
+  this->Add("ZORVA Part", {{"CN_ID", given}});
 
-  EXPECT_THAT(FailureOf([&] {
-                this->vault->AddObject("ZORVA Part", {{"CN_ID", given}}, {});
-              }),
-              FailsWith(failure::kInvalidCall));
+  EXPECT_THAT(FailureOf([&] { this->Add("ZORVA Part", {{"CN_ID", given}}); }), FailsWith(failure::kInvalidCall));
   EXPECT_EQ(std::stoi(this->TextOf(this->AddPart("B"), "CN_ID")), next + 1);
 }
 
-TYPED_TEST(VaultObjects, LinksAreNotAddedAsObjects) {
-  EXPECT_THAT(FailureOf([&] { this->vault->AddObject("Structure Link", {}, {}); }), FailsWith(failure::kInvalidCall));
+TYPED_TEST(VaultObjectContract, LinksAreNotAddedAsObjects) {
+  EXPECT_THAT(FailureOf([&] { this->Add("Structure Link", {}); }), FailsWith(failure::kInvalidCall));
   EXPECT_THAT(FailureOf([&] { this->Store()->NewObject(this->ClassId("Document Link")); }),
               FailsWith(failure::kInvalidCall));
 }
 
-TYPED_TEST(VaultObjects, AddingTwiceFails) {
+TYPED_TEST(VaultObjectContract, AddingTwiceFails) {
   const auto part = this->AddPart("BOLT");
 
   EXPECT_THAT(FailureOf([&] { part->AddToVault(this->Behavior()); }), FailsWith(failure::kInvalidCall));
 }
 
-TYPED_TEST(VaultObjects, WhatWasNeverSetReadsAsTheEmptyTextOrZero) {
+TYPED_TEST(VaultObjectContract, WhatWasNeverSetReadsAsTheEmptyTextOrZero) {
   const auto record = this->Again(this->AddPart("BOLT"))->Record();
 
   EXPECT_EQ(record->Value("CN_DESCRIPTION"), Variant(""));
@@ -76,7 +74,7 @@ TYPED_TEST(VaultObjects, WhatWasNeverSetReadsAsTheEmptyTextOrZero) {
   EXPECT_EQ(record->ValueAsString("FILE_TYPE"), "0");
 }
 
-TYPED_TEST(VaultObjects, AnUnknownAttributeFails) {
+TYPED_TEST(VaultObjectContract, AnUnknownAttributeFails) {
   const auto record = this->AddPart("BOLT")->Record();
 
   EXPECT_THAT(FailureOf([&] { record->Value("NONSENSE"); }), FailsWith(failure::kInvalidCall));
@@ -84,14 +82,14 @@ TYPED_TEST(VaultObjects, AnUnknownAttributeFails) {
   EXPECT_THAT(FailureOf([&] { record->Value("state"); }), FailsWith(failure::kInvalidCall));
 }
 
-TYPED_TEST(VaultObjects, ATextThatIsNoNumberFailsOnAnIntegerAttribute) {
+TYPED_TEST(VaultObjectContract, ATextThatIsNoNumberFailsOnAnIntegerAttribute) {
   const auto record = this->AddPart("BOLT")->Record();
 
   EXPECT_THAT(FailureOf([&] { record->ValuateFromString("FILE_TYPE", "abc"); }), FailsWith(failure::kTypeMismatch));
   EXPECT_THAT(FailureOf([&] { record->ValuateFromString("FILE_TYPE", "2147483648"); }), FailsWith(failure::kOverflow));
 }
 
-TYPED_TEST(VaultObjects, ATextIsKeptAsItIs) {
+TYPED_TEST(VaultObjectContract, ATextIsKeptAsItIs) {
   const auto part = this->AddPart("BOLT");
   const std::string odd = " \xC3\xA9\xE2\x82\xAC'\"; DROP TABLE vd_object; --\n%_*?[x]\\ ";
 
@@ -101,7 +99,7 @@ TYPED_TEST(VaultObjects, ATextIsKeptAsItIs) {
   EXPECT_EQ(this->TextOf(part, "CN_DESCRIPTION"), odd);
 }
 
-TYPED_TEST(VaultObjects, WhatIsNoTextIsRefused) {
+TYPED_TEST(VaultObjectContract, WhatIsNoTextIsRefused) {
   const auto record = this->AddPart("BOLT")->Record();
 
   EXPECT_THAT(FailureOf([&] { record->ValuateFromString("CN_DESCRIPTION", "\xFF"); }),
@@ -110,7 +108,7 @@ TYPED_TEST(VaultObjects, WhatIsNoTextIsRefused) {
               FailsWith(failure::kInvalidCall));
 }
 
-TYPED_TEST(VaultObjects, TheVaultKeepsItsOwnAttributes) {
+TYPED_TEST(VaultObjectContract, TheVaultKeepsItsOwnAttributes) {
   const auto record = this->AddPart("BOLT")->Record();
 
   for (const auto* name :
@@ -120,7 +118,7 @@ TYPED_TEST(VaultObjects, TheVaultKeepsItsOwnAttributes) {
   }
 }
 
-TYPED_TEST(VaultObjects, UpdateWritesOnlyWhatWasSet) {
+TYPED_TEST(VaultObjectContract, UpdateWritesOnlyWhatWasSet) {
   const auto part = this->AddPart("BOLT");
   const auto mine = this->Again(part);
   mine->Retrieve();
@@ -134,7 +132,7 @@ TYPED_TEST(VaultObjects, UpdateWritesOnlyWhatWasSet) {
   EXPECT_EQ(this->TextOf(part, "NM_CN_PART_NUMBER"), "NUT");
 }
 
-TYPED_TEST(VaultObjects, RetrieveDropsWhatWasNotStored) {
+TYPED_TEST(VaultObjectContract, RetrieveDropsWhatWasNotStored) {
   const auto part = this->AddPart("BOLT");
   part->Record()->ValuateFromString("NM_CN_PART_NUMBER", "NUT");
 
@@ -143,7 +141,7 @@ TYPED_TEST(VaultObjects, RetrieveDropsWhatWasNotStored) {
   EXPECT_EQ(part->Record()->ValueAsString("NM_CN_PART_NUMBER"), "BOLT");
 }
 
-TYPED_TEST(VaultObjects, RetrieveAttributesReadsOnlyThose) {
+TYPED_TEST(VaultObjectContract, RetrieveAttributesReadsOnlyThose) {
   const auto part = this->AddPart("BOLT");
   part->Record()->ValuateFromString("NM_CN_PART_NUMBER", "NUT");
   part->Record()->ValuateFromString("CN_DESCRIPTION", "mine");
@@ -155,7 +153,7 @@ TYPED_TEST(VaultObjects, RetrieveAttributesReadsOnlyThose) {
   EXPECT_THAT(FailureOf([&] { part->RetrieveAttributes("NONSENSE"); }), FailsWith(failure::kInvalidCall));
 }
 
-TYPED_TEST(VaultObjects, InitDataNeverResetsAStoredObject) {
+TYPED_TEST(VaultObjectContract, InitDataNeverResetsAStoredObject) {
   const auto part = this->AddPart("BOLT");
 
   part->InitData();
@@ -163,7 +161,7 @@ TYPED_TEST(VaultObjects, InitDataNeverResetsAStoredObject) {
   EXPECT_EQ(part->Record()->ValueAsString("NM_CN_PART_NUMBER"), "BOLT");
 }
 
-TYPED_TEST(VaultObjects, ACloneIsIndependent) {
+TYPED_TEST(VaultObjectContract, ACloneIsIndependent) {
   const auto part = this->AddPart("BOLT");
 
   const auto clone = part->Clone();
@@ -173,7 +171,7 @@ TYPED_TEST(VaultObjects, ACloneIsIndependent) {
   EXPECT_EQ(part->Record()->ValueAsString("NM_CN_PART_NUMBER"), "BOLT");
 }
 
-TYPED_TEST(VaultObjects, TheHeaderNamesEveryAttributeOfTheClass) {
+TYPED_TEST(VaultObjectContract, TheHeaderNamesEveryAttributeOfTheClass) {
   const auto header = this->AddPart("BOLT")->Record()->Header();
 
   EXPECT_EQ(header->Count(), this->Session()->MetaInfo()->ClassByName("ZORVA Part")->Attributes()->Count());
@@ -184,7 +182,7 @@ TYPED_TEST(VaultObjects, TheHeaderNamesEveryAttributeOfTheClass) {
   EXPECT_THAT(FailureOf([&] { header->Item(header->Count()); }), FailsWith(failure::kSubscriptOutOfRange));
 }
 
-TYPED_TEST(VaultObjects, AListKeepsItsOrderAndFailsPastTheEnd) {
+TYPED_TEST(VaultObjectContract, AListKeepsItsOrderAndFailsPastTheEnd) {
   const auto list = this->Store()->NewObjects();
   list->Add(this->AddPart("A"));
   list->Add(this->AddPart("B"));
@@ -197,7 +195,7 @@ TYPED_TEST(VaultObjects, AListKeepsItsOrderAndFailsPastTheEnd) {
   EXPECT_THAT(FailureOf([&] { list->Remove(-1); }), FailsWith(failure::kSubscriptOutOfRange));
 }
 
-TYPED_TEST(VaultObjects, AListOfOldObjectsIsReadTogether) {
+TYPED_TEST(VaultObjectContract, AListOfOldObjectsIsReadTogether) {
   const auto list = this->Store()->NewObjects();
   for (int i = 0; i < 450; ++i) list->Add(this->Again(this->AddPart("P" + std::to_string(i))));
   list->SetAttributeNames("NM_CN_PART_NUMBER, STATE");
@@ -208,7 +206,7 @@ TYPED_TEST(VaultObjects, AListOfOldObjectsIsReadTogether) {
   EXPECT_EQ(list->Item(0)->Record()->ValueAsString("REVISION"), "A");
 }
 
-TYPED_TEST(VaultObjects, ReadingAheadAnUnknownAttributeFails) {
+TYPED_TEST(VaultObjectContract, ReadingAheadAnUnknownAttributeFails) {
   const auto list = this->Store()->NewObjects();
   list->Add(this->AddPart("A"));
   list->SetAttributeNames("NONSENSE");
@@ -216,7 +214,7 @@ TYPED_TEST(VaultObjects, ReadingAheadAnUnknownAttributeFails) {
   EXPECT_THAT(FailureOf([&] { list->RetrieveAll(); }), FailsWith(failure::kInvalidCall));
 }
 
-TYPED_TEST(VaultObjects, RecordsOfAListStandForItsObjects) {
+TYPED_TEST(VaultObjectContract, RecordsOfAListStandForItsObjects) {
   const auto part = this->AddPart("BOLT");
   const auto list = this->Store()->NewObjects();
   list->Add(part);
@@ -229,9 +227,9 @@ TYPED_TEST(VaultObjects, RecordsOfAListStandForItsObjects) {
   EXPECT_EQ(this->Store()->ObjectFromRecord(records->GetRecord(0), -1)->ObjectId(), part->ObjectId());
 }
 
-TYPED_TEST(VaultObjects, ATableMadeByHandStandsForObjectsToo) {
+TYPED_TEST(VaultObjectContract, ATableMadeByHandStandsForObjectsToo) {
   const auto part = this->AddPart("BOLT");
-  const auto table = this->vault->Application()->NewRecList();
+  const auto table = this->application->NewRecList();
   table->AddField("OBJECT_ID", veldora::column_type::kInteger, 4);
   table->AddField("CLASS_ID", veldora::column_type::kInteger, 2);
   table->SetValue("OBJECT_ID", table->AddRow(), Variant(part->ObjectId()));
@@ -241,8 +239,8 @@ TYPED_TEST(VaultObjects, ATableMadeByHandStandsForObjectsToo) {
   EXPECT_EQ(this->Store()->ObjectsFromRecList(table, 0)->ObjectsOf("")->Count(), 1);
 }
 
-TYPED_TEST(VaultObjects, ARecordOfAnObjectThatIsGoneFails) {
-  const auto table = this->vault->Application()->NewRecList();
+TYPED_TEST(VaultObjectContract, ARecordOfAnObjectThatIsGoneFails) {
+  const auto table = this->application->NewRecList();
   table->AddField("OBJECT_ID", veldora::column_type::kInteger, 4);
   table->AddField("CLASS_ID", veldora::column_type::kInteger, 2);
   table->SetValue("OBJECT_ID", table->AddRow(), Variant(12345));
@@ -251,8 +249,8 @@ TYPED_TEST(VaultObjects, ARecordOfAnObjectThatIsGoneFails) {
               FailsWith(failure::kInvalidCall));
 }
 
-TYPED_TEST(VaultObjects, ATableRefusesWhatItHasNot) {
-  const auto table = this->vault->Application()->NewRecList();
+TYPED_TEST(VaultObjectContract, ATableRefusesWhatItHasNot) {
+  const auto table = this->application->NewRecList();
   table->AddField("A", veldora::column_type::kInteger, 2);
 
   EXPECT_THAT(FailureOf([&] { table->AddField("A", 1, 2); }), FailsWith(failure::kInvalidCall));
@@ -264,8 +262,8 @@ TYPED_TEST(VaultObjects, ATableRefusesWhatItHasNot) {
   EXPECT_THAT(FailureOf([&] { table->ColumnName(1); }), FailsWith(failure::kSubscriptOutOfRange));
 }
 
-TYPED_TEST(VaultObjects, ATableAnswersItsFirstRow) {
-  const auto table = this->vault->Application()->NewRecList();
+TYPED_TEST(VaultObjectContract, ATableAnswersItsFirstRow) {
+  const auto table = this->application->NewRecList();
   table->AddField("OPERATION_ID", veldora::column_type::kInteger, 2);
   table->SetValue("OPERATION_ID", table->AddRow(), Variant("7"));
 
@@ -275,7 +273,7 @@ TYPED_TEST(VaultObjects, ATableAnswersItsFirstRow) {
   EXPECT_TRUE(table->Header()->Contains("OPERATION_ID"));
 }
 
-TYPED_TEST(VaultObjects, ThePolicyOfTheSessionKeepsWhatIsWrittenOnIt) {
+TYPED_TEST(VaultObjectContract, ThePolicyOfTheSessionKeepsWhatIsWrittenOnIt) {
   this->Store()->DefaultBehavior()->SetOptionC(2);
 
   EXPECT_EQ(this->Store()->DefaultBehavior()->OptionC(), 2);
@@ -284,5 +282,61 @@ TYPED_TEST(VaultObjects, ThePolicyOfTheSessionKeepsWhatIsWrittenOnIt) {
   EXPECT_EQ(this->Store()->DefaultBehavior()->OptionC(), 2);
 }
 
-}  // namespace
+TYPED_TEST(VaultObjectContract, ACellThatWasNeverSetReadsAsTheEmptyTextOrZero) {
+  const auto table = this->application->NewRecList();
+  table->AddField("NUMBER", veldora::column_type::kInteger, 4);
+  table->AddRow();
+  table->AddField("TEXT", veldora::column_type::kText, 4);
+
+  EXPECT_EQ(table->Value("NUMBER"), Variant(0));
+  EXPECT_EQ(table->Value("TEXT"), Variant(""));
+  EXPECT_EQ(table->ValueAsInteger("TEXT"), 0);
+  EXPECT_EQ(table->ValueAt("NUMBER", 0), "0");
+  table->SetValue("NUMBER", 0, Variant(""));
+  EXPECT_EQ(table->Value("NUMBER"), Variant(0));
+}
+
+TYPED_TEST(VaultObjectContract, TheMaskPassesOverAnIdentityGivenByHand) {
+  const auto attributes = this->Session()->MetaInfo()->ClassByName("ZORVA Part")->Attributes();
+  const auto mask = this->Store()->Masks()->MaskOf(attributes->ItemByName("CN_ID"));
+  const auto next = std::stoi(mask->NextValue()) + 1;
+  this->Add("ZORVA Part", {{"CN_ID", std::string(7, '0') + std::to_string(next)}});
+
+  EXPECT_EQ(std::stoi(mask->NextValue()), next + 1);
+}
+
+TYPED_TEST(VaultObjectContract, AnObjectWithFilledMasksIsStoredWithThem) {
+  const auto part = this->Store()->NewObject(this->ClassId("ZORVA Part"));
+  part->InitData();
+  const auto attributes = part->ClassInfo()->Attributes();
+  std::string identity;
+  for (int i = 0; i < attributes->Count(); ++i) {
+    const auto attribute = attributes->Item(Variant(i));
+    const auto mask = this->Store()->Masks()->MaskOf(attribute);
+    if (!mask) continue;
+    const bool revision = attribute->Name() == "REVISION";
+    const auto value = revision ? mask->FirstRevision() : mask->NextValue();
+    if (!revision) identity = value;
+    part->Record()->ValuateFromString(attribute->Name(), value);
+  }
+
+  part->AddToVault(this->Behavior());
+
+  EXPECT_EQ(this->TextOf(part, "CN_ID"), identity);
+  EXPECT_EQ(this->TextOf(part, "REVISION"), "A");
+}
+
+TYPED_TEST(VaultObjectContract, AFailedInsertLeavesTheObjectNewAndAsItWasFilled) {
+  const auto part = this->Store()->NewObject(this->ClassId("ZORVA Part"));
+  part->Record()->ValuateFromString("NM_CN_PART_NUMBER", "BOLT");
+  part->Record()->ValuateFromString("FILE_NAME", "missing.stp");
+  part->Record()->ValuateFromString("DIRECTORY", this->folder.Path("work"));
+  EXPECT_NE(FailureOf([&] { part->AddToVault(this->Behavior()); }).Number(), 0);
+
+  part->Record()->ValuateFromString("FILE_NAME", "");
+  part->AddToVault(this->Behavior());
+
+  EXPECT_EQ(this->TextOf(part, "NM_CN_PART_NUMBER"), "BOLT");
+}
+
 }  // namespace quintara::test
