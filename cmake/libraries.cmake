@@ -22,4 +22,8 @@ endif()
 if(QUINTARA_VAULT)
   # The package has no description for CMake; its libraries are linked by name.
   find_path(quintara_soci_headers soci/soci.h REQUIRED)
+  find_package(OpenSSL REQUIRED COMPONENTS Crypto)
+endif()
+if(QUINTARA_OFFICE)
+  include(cmake/libreoffice.cmake)
 endif()
