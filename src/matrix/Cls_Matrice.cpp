@@ -2,7 +2,6 @@
 
 #include <utility>
 
-#include "access/session/the_platform.h"
 #include "matrix/guarded.h"
 
 namespace quintara {
@@ -15,12 +14,6 @@ std::string Quoted(const std::string& path) {
 }  // namespace
 
 Cls_Matrice::Cls_Matrice(MatrixDocumentMaker makeDocument) : makeDocument_(std::move(makeDocument)) {}
-
-// A box that can't be shown changes nothing: the result is False all the same.
-void Cls_Matrice::ShowCritical(const std::string& text) {
-  ErrorState ignored;
-  Attempt(ignored, [&] { ThePlatform().ShowBox(text, box::kCritical, "QNTR"); });
-}
 
 void Cls_Matrice::EnsureUtils() {
   if (!utils_) utils_ = std::make_unique<Cls_Utils>();
@@ -45,7 +38,7 @@ std::unique_ptr<MatrixDocument> Cls_Matrice::LoadDocument(const std::string& pat
 }
 
 bool Cls_Matrice::CreateXMLFile(const Ref<zorva::Product>& RootProduct, const std::string& XMLFullPath) {
-  return Guarded("CreateXMLFile", [&] {
+  return Guarded("Cls_Matrice.CreateXMLFile", [&] {
     EnsureUtils();
     const auto document = NewDocument();
     auto instruction = document->Node().append_child(pugi::node_pi);
@@ -77,7 +70,7 @@ bool Cls_Matrice::OnFlatProduct(const Ref<zorva::Product>& root, const std::stri
 }
 
 bool Cls_Matrice::ProcessXMLFile(const Ref<zorva::Product>& RootProduct, const std::string& XMLFullPath) {
-  return Guarded("ProcessXMLFile", [&] {
+  return Guarded("Cls_Matrice.ProcessXMLFile", [&] {
     return OnFlatProduct(RootProduct, XMLFullPath,
                          [&](FlatProduct& product, MatrixIndex& index) { return PlaceChildren(product, index); });
   });
@@ -85,7 +78,7 @@ bool Cls_Matrice::ProcessXMLFile(const Ref<zorva::Product>& RootProduct, const s
 
 bool Cls_Matrice::PositionAllInstances(const Ref<zorva::Product>& RootProduct, const std::string& XMLFullPath,
                                        bool AllInstancesChecked, const Ref<zorva::Selection>& MySelection) {
-  return Guarded("PositionAllInstances", [&] {
+  return Guarded("Cls_Matrice.PositionAllInstances", [&] {
     return OnFlatProduct(RootProduct, XMLFullPath, [&](FlatProduct& product, MatrixIndex& index) {
       ThinOut(product);
       return PlaceAllInstances(product, index, AllInstancesChecked, MySelection);

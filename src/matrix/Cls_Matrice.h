@@ -72,9 +72,6 @@ class Cls_Matrice {
     bool isSearched = false;
   };
 
-  template <class Body>
-  bool Guarded(const char* operation, Body&& body);
-  void ShowCritical(const std::string& text);
   void EnsureUtils();
   std::unique_ptr<MatrixDocument> NewDocument() const;
   std::unique_ptr<MatrixDocument> LoadDocument(const std::string& path);

@@ -18,7 +18,7 @@ int AttributeCount(XmlNode node) {
 }  // namespace
 
 bool Cls_Matrice::ConvertNodeToXMLElement(XmlNode Node, XMLElement& Element) {
-  return Guarded("ConvertNodeToXMLElement", [&] {
+  return Guarded("Cls_Matrice.ConvertNodeToXMLElement", [&] {
     Element = {};
     if (!Node) throw Failure(failure::kObjectNotSet);
     [[maybe_unused]] const Counter16 count = AttributeCount(Node);
@@ -36,7 +36,7 @@ bool Cls_Matrice::ConvertOnce(MatrixIndex& Document, int element) {
 }
 
 bool Cls_Matrice::ConvertXMLElementToMatrix(const XMLElement& Element, std::span<double> Matrix) {
-  return Guarded("ConvertXMLElementToMatrix", [&] {
+  return Guarded("Cls_Matrice.ConvertXMLElementToMatrix", [&] {
     if (Matrix.size() != kXMLElementNumbers.size()) throw Failure(failure::kSubscriptOutOfRange);
     std::ranges::transform(kXMLElementNumbers, Matrix.begin(), [&](auto number) { return Element.*number; });
     return true;
@@ -45,7 +45,7 @@ bool Cls_Matrice::ConvertXMLElementToMatrix(const XMLElement& Element, std::span
 
 bool Cls_Matrice::MultiplicateMatrixes(std::span<const double> MatriceFils, std::span<const double> MatricePere,
                                        std::span<double> Result) {
-  return Guarded("MultiplicateMatrixes", [&] {
+  return Guarded("Cls_Matrice.MultiplicateMatrixes", [&] {
     Compose(MatriceFils, MatricePere, Result);
     return true;
   });

@@ -14,7 +14,7 @@ void Cls_Matrice::TakeStock(FlatProduct& product) {
 
 // `Found` is never cleared: the caller's variable keeps what it held.
 bool Cls_Matrice::CheckPN(std::string_view PartNumber, const ChildPartNumbers& Children, bool& Found) {
-  return Guarded("CheckPN", [&] {
+  return Guarded("Cls_Matrice.CheckPN", [&] {
     if (Children.Contains(PartNumber)) Found = true;
     return true;
   });
@@ -23,7 +23,7 @@ bool Cls_Matrice::CheckPN(std::string_view PartNumber, const ChildPartNumbers& C
 // True in `Used` when an ancestor is itself a component: what lies inside it is in place already.
 bool Cls_Matrice::CheckIfParentsAreUsed(MatrixIndex& Document, int Node, const ChildPartNumbers& Children, bool& Used) {
   using Cover = MatrixIndex::Cover;
-  return Guarded("CheckIfParentsAreUsed", [&] {
+  return Guarded("Cls_Matrice.CheckIfParentsAreUsed", [&] {
     bool found = false;
     const int first = Document.Parent(Node);
     int parent = first;
@@ -46,7 +46,7 @@ bool Cls_Matrice::CheckIfParentsAreUsed(MatrixIndex& Document, int Node, const C
 
 bool Cls_Matrice::GetInstancesFromPN(MatrixIndex& Document, const std::string& PartNumber,
                                      const ChildPartNumbers& Children, std::vector<int>& Instances) {
-  return Guarded("GetInstancesFromPN", [&] {
+  return Guarded("Cls_Matrice.GetInstancesFromPN", [&] {
     Instances.clear();
     Document.Build();
     const auto& candidates = Document.WithPartNumber(PartNumber);
@@ -67,7 +67,7 @@ bool Cls_Matrice::GetInstancesFromPN(MatrixIndex& Document, const std::string& P
 // The chain is composed from the element upward, the root element included, afresh for each
 // instance: sums in another order would give other bits.
 bool Cls_Matrice::PositionnerXML(MatrixIndex& Document, int element, PositionMatrix& OutMatrix) {
-  return Guarded("PositionnerXML", [&] {
+  return Guarded("Cls_Matrice.PositionnerXML", [&] {
     const auto& record = Document.RecordOf(element);
     PositionMatrix matrix{};
     if (!ConvertXMLElementToMatrix(record.element, matrix)) return false;
