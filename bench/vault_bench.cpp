@@ -1,227 +1,188 @@
-// Stands for what a user waits for: the import of a large assembly, the review of its structure, and
-// the search for a product's matrix. Each is held against the same rows, written and read by
-// statements alone, on the same database.
+// Stands for what a user waits for: the import of a large assembly, the loading of its structure, and
+// the search for a product's matrix. The import is held against the same rows in the same tables,
+// written by hand on the bare database, and the same bytes in as many files; the other two against
+// themselves on a smaller vault.
 
 #include <benchmark/benchmark.h>
 
-#include <chrono>
-#include <filesystem>
-#include <stdexcept>
+#include <string>
+#include <vector>
 
-#include "hosts/native/native_files.h"
-#include "hosts/vault/database.h"
 #include "hosts/vault/embedded_vault.h"
+#include "raw_vault.h"
+#include "vault_import_bench.h"
+#include "vault_world.h"
 #include "verdicts.h"
 
 namespace quintara::bench {
 namespace {
 
-constexpr int kMany = 4096;
-constexpr int kFew = 512;
-constexpr int kFan = 16;
+constexpr std::size_t kFan = 16;
+constexpr int kManyLinks = 32000;
+constexpr int kFewLinks = 4000;
+constexpr int kManyDocuments = 100000;
+constexpr int kFewDocuments = 10000;
+constexpr int kDocumentsOfAProduct = 10;
+constexpr int kQueries = 1000;
 
-using Clock = std::chrono::steady_clock;
-
-// A vault of its own, removed at the end.
-class World {
- public:
-  World() {
-    VaultPlan plan;
-    plan.folder = (folder_ / "quintara.vault").string();
-    std::filesystem::create_directories(folder_ / "work");
-    InitVault(plan, *files_);
-    EmbeddedVault::Options options;
-    options.files = files_;
-    options.workDirectory = (folder_ / "work").string();
-    vault_ = std::make_unique<EmbeddedVault>(plan.folder, options);
-  }
-  ~World() {
-    vault_.reset();
-    std::filesystem::remove_all(folder_);
-  }
-  World(const World&) = delete;
-  World& operator=(const World&) = delete;
-
-  EmbeddedVault& Vault() { return *vault_; }
-  Ref<veldora::VdSession> Session() { return vault_->Application()->Engine()->Sessions(0); }
-  std::string NewDatabase() {
-    return "sqlite:" + (folder_ / ("by-hand-" + std::to_string(++databases_) + ".sqlite")).string();
-  }
-
- private:
-  std::filesystem::path folder_ = std::filesystem::temp_directory_path() /
-                                  ("quintara-bench-" + std::to_string(Clock::now().time_since_epoch().count()));
-  std::shared_ptr<NativeContents> files_ = std::make_shared<NativeContents>(std::make_shared<Gate>());
-  std::unique_ptr<EmbeddedVault> vault_;
-  int databases_ = 0;
-};
-
-void Measure(benchmark::State& state, Clock::time_point start) {
-  state.SetIterationTime(std::chrono::duration<double>(Clock::now() - start).count());
-}
-
-// A tree of assemblies and parts, `count` objects, each assembly with `kFan` children; gives its root.
-Ref<veldora::VdObject> Import(EmbeddedVault& vault, int count) {
+// A tree with so many links, each assembly with `kFan` children; gives its root.
+Ref<veldora::VdObject> MakeStructure(EmbeddedVault& vault, int links) {
   std::vector<Ref<veldora::VdObject>> level;
   vault.InTransaction([&] {
     int made = 0;
-    const auto leaves = count - count / kFan;
-    while (made < leaves)
-      level.push_back(vault.AddObject("ZORVA Part", {{"NM_CN_PART_NUMBER", "P" + std::to_string(made++)}}, {}));
-    while (level.size() > 1) {
-      std::vector<Ref<veldora::VdObject>> above;
-      for (std::size_t i = 0; i < level.size(); i += kFan) {
-        std::vector<EmbeddedVault::Component> components;
-        for (auto at = i; at < std::min(i + kFan, level.size()); ++at) components.push_back({level[at], 1});
-        above.push_back(vault.AddObject("ZORVA Product", {{"NM_CN_PART_NUMBER", "A" + std::to_string(made++)}}, {}));
-        vault.SetStructure(above.back(), components);
-      }
-      level = above;
+    const auto add = [&](const std::string& className) {
+      return vault.AddObject(className, {{"NM_CN_PART_NUMBER", "N" + std::to_string(made++)}}, {});
+    };
+    level.push_back(add("ZORVA Product"));
+    const auto root = level.front();
+    for (std::size_t next = 0; made <= links; ++next) {
+      std::vector<EmbeddedVault::Component> components;
+      while (components.size() < kFan && made <= links) components.push_back({add("ZORVA Product"), 1});
+      vault.SetStructure(level[next], components);
+      for (const auto& component : components) level.push_back(component.object);
     }
   });
   return level.front();
 }
 
-// Children, copy and reading of every node, as the review tree asks for them.
-int Review(const Ref<veldora::VdObject>& object) {
-  int nodes = 1;
-  const auto children = object->Children(nullptr);
-  for (int i = 0; i < children->Count(); ++i) {
-    const auto child = children->Item(i)->Clone();
-    child->Retrieve();
-    nodes += Review(child);
+// Children, copy and reading of every node, as the review tree asks for them; gives the number of nodes.
+int Load(const Ref<veldora::VdObject>& root) {
+  int nodes = 0;
+  std::vector<Ref<veldora::VdObject>> open = {root};
+  while (!open.empty()) {
+    const auto object = open.back();
+    open.pop_back();
+    ++nodes;
+    const auto children = object->Children(nullptr);
+    for (int i = 0; i < children->Count(); ++i) {
+      open.push_back(children->Item(i)->Clone());
+      open.back()->Retrieve();
+    }
   }
   return nodes;
 }
 
-void ImportStructure(benchmark::State& state) {
-  const int count = static_cast<int>(state.range(0));
-  for (auto _ : state) {
-    World world;
-    const auto start = Clock::now();
-    Import(world.Vault(), count);
-    Measure(state, start);
-    if (world.Vault().FindNewest("P0").size() != 1) throw std::runtime_error("nothing was imported");
-  }
-  state.SetItemsProcessed(state.iterations() * count);
-}
-
-void MakeTablesByHand(vault::Database& database) {
-  database.ExecuteOnce("CREATE TABLE object (id INTEGER PRIMARY KEY, class INTEGER, identity TEXT, version INTEGER)");
-  database.ExecuteOnce("CREATE UNIQUE INDEX identity ON object (class, identity, version)");
-  database.ExecuteOnce(
-      "CREATE TABLE attribute (id INTEGER PRIMARY KEY, number TEXT, revision TEXT, state INTEGER, identity TEXT)");
-  database.ExecuteOnce("CREATE INDEX number ON attribute (number)");
-  database.ExecuteOnce("CREATE TABLE link (id INTEGER PRIMARY KEY, parent INTEGER, child INTEGER, place INTEGER)");
-  database.ExecuteOnce("CREATE UNIQUE INDEX parent ON link (parent, place)");
-  database.ExecuteOnce("CREATE INDEX child ON link (child)");
-}
-
-void FillByHand(vault::Database& database, std::int64_t count) {
-  database.Begin(true);
-  for (std::int64_t id = 1; id <= count; ++id) {
-    const auto text = std::to_string(id);
-    database.Execute("INSERT INTO object VALUES (?, 3, ?, 1)", {id, text});
-    database.Execute("INSERT INTO attribute VALUES (?, ?, 'A', 0, ?)", {id, text, text});
-    if (id > 1)
-      database.Execute("INSERT INTO link VALUES (?, ?, ?, ?)", {id, (id - 2) / kFan + 1, id, (id - 2) % kFan});
-  }
-  database.Commit();
-}
-
-void ImportByHand(benchmark::State& state) {
-  for (auto _ : state) {
-    World world;
-    vault::Database database(world.NewDatabase());
-    MakeTablesByHand(database);
-    const auto start = Clock::now();
-    FillByHand(database, state.range(0));
-    Measure(state, start);
-  }
-  state.SetItemsProcessed(state.iterations() * state.range(0));
-}
-
-void ReviewStructure(benchmark::State& state) {
-  const int count = static_cast<int>(state.range(0));
+void LoadStructure(benchmark::State& state) {
+  const int links = static_cast<int>(state.range(0));
   World world;
-  const auto root = Import(world.Vault(), count);
+  const auto root = MakeStructure(world.Vault(), links);
+  std::int64_t statements = 0;
   for (auto _ : state) {
+    const auto before = world.Vault().StatementCount();
     const auto start = Clock::now();
-    const int nodes = Review(root);
+    const int nodes = Load(root);
     Measure(state, start);
-    if (nodes < count) throw std::runtime_error("nodes are missing");
+    statements = world.Vault().StatementCount() - before;
+    Demand(nodes == links + 1, "nodes are missing");
   }
-  state.SetItemsProcessed(state.iterations() * count);
+  // The same for every node, whatever the size: its row, its links, and its own attributes.
+  constexpr int kStatementsOfANode = 3;
+  Demand(statements == std::int64_t{kStatementsOfANode} * (links + 1) - 1,
+         std::to_string(statements) + " statements for " + std::to_string(links + 1) + " nodes");
+  state.counters["statements"] = static_cast<double>(statements);
+  state.SetItemsProcessed(state.iterations() * links);
 }
 
-int ReviewRows(vault::Database& database, std::int64_t id) {
-  int nodes = 1;
-  for (const auto& row : database.Query(
-           "ii",
-           "SELECT l.child, o.class FROM link l JOIN object o ON o.id = l.child WHERE l.parent = ? ORDER BY place",
-           {id})) {
-    database.Query("ittit", "SELECT id, number, revision, state, identity FROM attribute WHERE id = ?", {row[0]});
-    nodes += ReviewRows(database, vault::IntegerOf(row[0]));
+// Products with `kDocumentsOfAProduct` documents each, of which one is a matrix; gives the products' ids.
+std::vector<std::int32_t> FillWithDocuments(const World& world, int documents) {
+  const RawDatabase database(world.DatabasePath());
+  const auto number = [&](const std::string& sql) { return database.Number(sql); };
+  const auto product = number("SELECT class_id FROM vd_class WHERE table_name = 'ZORVA_PRODUCT'");
+  const auto document = number("SELECT class_id FROM vd_class WHERE table_name = 'DOCUMENT'");
+  const auto link = number("SELECT class_id FROM vd_class WHERE kind = 2");
+  const auto xml = number("SELECT OBJECT_ID FROM FILE_TYPE WHERE TDM_NAME = 'xml'");
+  auto next = number("SELECT next_value FROM vd_sequence WHERE name = 'object'");
+  constexpr auto* kColumns =
+      "OBJECT_ID, CLASS_ID, STATE, CN_ID, NM_CN_PART_NUMBER, REVISION, CN_DESCRIPTION, FILE_TYPE";
+  RawDatabase::Insertion object(database, "vd_object", "object_id, class_id, identity, version");
+  RawDatabase::Insertion inProducts(database, "ZORVA_PRODUCT", kColumns);
+  RawDatabase::Insertion inDocuments(database, "DOCUMENT", kColumns);
+  RawDatabase::Insertion links(database, "vd_link", "OBJECT_ID, CLASS_ID, from_object, to_object, place, QUANTITY");
+  const auto add = [&](RawDatabase::Insertion& table, std::int64_t classId, const std::string& description) {
+    const auto identity = std::to_string(next);
+    object.Run({next, classId, identity, std::int64_t{1}});
+    table.Run({next, classId, std::int64_t{1}, identity, "N" + identity, std::string("A"), description, xml});
+    return next++;
+  };
+  std::vector<std::int32_t> products;
+  std::int64_t nextLink = 1;
+  database.Execute("BEGIN");
+  for (int i = 0; i < documents / kDocumentsOfAProduct; ++i) {
+    const auto id = add(inProducts, product, "a product");
+    products.push_back(static_cast<std::int32_t>(id));
+    for (std::int64_t k = 1; k <= kDocumentsOfAProduct; ++k) {
+      const auto text = "N" + std::to_string(id) + (k == kDocumentsOfAProduct ? " Matrix" : " Drawing");
+      links.Run({nextLink++, link, id, add(inDocuments, document, text), k, std::int64_t{1}});
+    }
   }
-  return nodes;
+  database.Execute("UPDATE vd_sequence SET next_value = " + std::to_string(next) + " WHERE name = 'object'");
+  database.Execute("UPDATE vd_sequence SET next_value = " + std::to_string(nextLink) + " WHERE name = 'link'");
+  database.Execute("COMMIT");
+  return products;
 }
 
-void ReviewByHand(benchmark::State& state) {
-  World world;
-  vault::Database database(world.NewDatabase());
-  MakeTablesByHand(database);
-  FillByHand(database, state.range(0));
-  for (auto _ : state) {
-    const auto start = Clock::now();
-    const int nodes = ReviewRows(database, 1);
-    Measure(state, start);
-    if (nodes != state.range(0)) throw std::runtime_error("nodes are missing");
+class MatrixQuery {
+ public:
+  explicit MatrixQuery(World& world)
+      : world_(world), store_(world.Session()->ObjectStore()), fileType_(world.Vault().FileTypeId("xml")) {
+    const auto info = world.Session()->MetaInfo();
+    product_ = info->ClassByName("ZORVA Product")->ClassId();
+    link_ = info->ClassByName("Document Link")->ClassId();
+    document_ = info->ClassByName("Document")->ClassId();
   }
-  state.SetItemsProcessed(state.iterations() * state.range(0));
-}
 
-// The search among as many documents as there are objects, one to a product.
+  Ref<veldora::VdQuery> Of(std::int32_t product) const {
+    const auto query = store_->NewQuery();
+    const auto definition = query->Definition();
+    definition->From()->Add(product_, "F");
+    definition->From()->Add(link_, "L");
+    definition->From()->Add(document_, "S");
+    definition->Select()->Add("CN_DESCRIPTION", "S", false);
+    definition->Select()->Add("FILE_TYPE", "S", false);
+    definition->Select()->Add("CN_ID", "F", false);
+    definition->Select()->Add("OBJECT_ID", "F", false);
+    definition->Where()->Add("", "CN_ID", "=", Variant(std::to_string(product)), 0, "F");
+    definition->Where()->Add("", "OBJECT_ID", "=", Variant(product), 0, "F");
+    definition->Where()->Add("", "CN_DESCRIPTION", "=", Variant("*Matrix"), 0, "S");
+    definition->Where()->Add("", "FILE_TYPE", "=", Variant(fileType_), 0, "S");
+    return query;
+  }
+  void DemandIndexes(std::int32_t product) const {
+    const auto steps = world_.Vault().ExplainQuery(Of(product)->Definition());
+    Demand(steps.size() >= 3, "the query wasn't explained");
+    for (const auto& step : steps) Demand(!step.starts_with("SCAN"), "the query reads a whole table: " + step);
+  }
+
+ private:
+  World& world_;
+  Ref<veldora::VdObjectStore> store_;
+  int fileType_;
+  std::int16_t product_;
+  std::int16_t link_;
+  std::int16_t document_;
+};
+
 void FindMatrices(benchmark::State& state) {
   World world;
-  auto& vault = world.Vault();
-  const auto session = world.Session();
-  const auto classId = [&](const char* name) { return session->MetaInfo()->ClassByName(name)->ClassId(); };
-  const auto product = classId("ZORVA Product");
-  const auto link = classId("Document Link");
-  const auto document = classId("Document");
-  std::vector<std::int32_t> products;
-  vault.InTransaction([&] {
-    for (int i = 0; i < state.range(0); ++i) {
-      const auto made = vault.AddObject("ZORVA Product", {{"NM_CN_PART_NUMBER", "A" + std::to_string(i)}}, {});
-      made->AddLink(link, vault.AddObject("Document", {{"CN_DESCRIPTION", "A Matrix"}}, {}), nullptr,
-                    session->ObjectStore()->DefaultBehavior());
-      products.push_back(made->ObjectId());
-    }
-  });
+  const auto products = FillWithDocuments(world, static_cast<int>(state.range(0)));
+  const MatrixQuery matrices(world);
+  matrices.DemandIndexes(products.front());
+  // Spread over the whole vault.
+  const auto step = products.size() / kQueries;
   for (auto _ : state) {
     const auto start = Clock::now();
-    for (const auto id : products) {
-      const auto query = session->ObjectStore()->NewQuery();
-      const auto definition = query->Definition();
-      definition->From()->Add(product, "F");
-      definition->From()->Add(link, "L");
-      definition->From()->Add(document, "S");
-      definition->Select()->Add("CN_DESCRIPTION", "S", false);
-      definition->Where()->Add("", "OBJECT_ID", "=", Variant(id), 0, "F");
-      definition->Where()->Add("", "CN_DESCRIPTION", "=", Variant("*Matrix"), 0, "S");
+    for (std::size_t i = 0; i < kQueries; ++i) {
+      const auto query = matrices.Of(products[i * step]);
       query->RunLinkQuery();
-      if (query->RecordCount() != 1) throw std::runtime_error("a matrix is missing");
+      Demand(query->RecordCount() == 1, "a matrix is missing");
     }
     Measure(state, start);
   }
-  state.SetItemsProcessed(state.iterations() * state.range(0));
+  state.SetItemsProcessed(state.iterations() * kQueries);
 }
 
-void Register(const std::string& name, void (*function)(benchmark::State&), const std::string& suffix, int count) {
-  benchmark::RegisterBenchmark((name + "/" + suffix).c_str(), function)
-      ->Arg(count)
-      ->UseManualTime()
-      ->Unit(benchmark::kMillisecond);
+benchmark::internal::Benchmark* Register(const std::string& name, void (*function)(benchmark::State&)) {
+  return benchmark::RegisterBenchmark(name.c_str(), function)->UseManualTime()->Unit(benchmark::kMillisecond);
 }
 
 }  // namespace
@@ -229,29 +190,16 @@ void Register(const std::string& name, void (*function)(benchmark::State&), cons
 
 int main(int argc, char** argv) {
   using namespace quintara::bench;
-  for (const auto& [suffix, count] : {std::pair<std::string, int>{"many", kMany}, {"few", kFew}}) {
-    Register("Import", ImportStructure, suffix, count);
-    Register("ImportByHand", ImportByHand, suffix, count);
-    Register("Review", ReviewStructure, suffix, count);
-    Register("ReviewByHand", ReviewByHand, suffix, count);
-    Register("FindMatrices", FindMatrices, suffix, count);
-  }
-  const auto many = [](const std::string& name) { return name + "/many"; };
-  const auto few = [](const std::string& name) { return name + "/few"; };
+  // Most of an import is the disk's time, of which a few measurements are enough.
+  Register("Import", Import)->Iterations(1)->Repetitions(3);
+  Register("ImportByHand", ImportByHand)->Iterations(1)->Repetitions(3);
+  Register("LoadStructure/many", LoadStructure)->Arg(kManyLinks);
+  Register("LoadStructure/few", LoadStructure)->Arg(kFewLinks);
+  Register("FindMatrices/many", FindMatrices)->Arg(kManyDocuments);
+  Register("FindMatrices/few", FindMatrices)->Arg(kFewDocuments);
   return RunAndJudge(
       argc, argv,
-      {{"Import of 4,096 objects, over the statements alone", {many("Import")}, {many("ImportByHand")}, 12.0},
-       {"Review of 4,096 objects, over the statements alone", {many("Review")}, {many("ReviewByHand")}, 4.0},
-       {"Import, time for an object, 4,096 over 512",
-        {many("Import"), few("Import")},
-        {many("ImportByHand"), few("ImportByHand")},
-        2.0},
-       {"Review, time for an object, 4,096 over 512",
-        {many("Review"), few("Review")},
-        {many("ReviewByHand"), few("ReviewByHand")},
-        2.0},
-       {"Matrix of one product among 4,096, over 512",
-        {many("FindMatrices"), few("FindMatrices")},
-        {many("ReviewByHand"), few("ReviewByHand")},
-        2.0}});
+      {{"Import of 10,000 objects, over bare rows and files", {"Import"}, {"ImportByHand"}, 2.5},
+       {"Structure, time for a link, 32,000 over 4,000", {"LoadStructure/many", "LoadStructure/few"}, {}, 1.3},
+       {"Matrix of a product, 100,000 documents over 10,000", {"FindMatrices/many"}, {"FindMatrices/few"}, 1.3}});
 }

@@ -60,7 +60,7 @@ double Figure(const Collector& collector, const std::vector<std::string>& names)
 
 bool Judge(const Collector& collector, const Promise& promise) {
   const double work = Figure(collector, promise.work);
-  const double baseline = Figure(collector, promise.baseline);
+  const double baseline = promise.baseline.empty() ? 1 : Figure(collector, promise.baseline);
   if (work <= 0 || baseline <= 0) {
     std::printf("missed  %-58s  not measured\n", promise.name.c_str());
     return false;

@@ -11,7 +11,7 @@ namespace quintara::bench {
 struct Promise {
   std::string name;
   std::vector<std::string> work;      ///< one benchmark, or two: the large size over the small
-  std::vector<std::string> baseline;  ///< the same number of benchmarks
+  std::vector<std::string> baseline;  ///< the same number of benchmarks; none: the quotient of two is the figure
   double bound;
 };
 

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <sqlite3.h>
+
+#include <cstdint>
+#include <initializer_list>
+#include <string>
+#include <variant>
+
+namespace quintara::bench {
+
+/// A vault's SQLite database, written by hand with prepared statements: the least that the same rows cost.
+class RawDatabase {
+ public:
+  using Value = std::variant<std::monostate, std::int64_t, std::string>;
+
+  /// One insertion, prepared once and run for each row.
+  class Insertion {
+   public:
+    /// Into these columns, parted by commas.
+    Insertion(const RawDatabase& database, const std::string& table, const std::string& columns);
+    ~Insertion();
+    Insertion(const Insertion&) = delete;
+    Insertion& operator=(const Insertion&) = delete;
+
+    void Run(std::initializer_list<Value> values);
+
+   private:
+    sqlite3_stmt* statement_ = nullptr;
+  };
+
+  /// With the settings under which the vault works.
+  explicit RawDatabase(const std::string& path);
+  ~RawDatabase();
+  RawDatabase(const RawDatabase&) = delete;
+  RawDatabase& operator=(const RawDatabase&) = delete;
+
+  void Execute(const std::string& sql) const;
+  std::int64_t Number(const std::string& sql) const;
+
+ private:
+  sqlite3* connection_ = nullptr;
+};
+
+}  // namespace quintara::bench
