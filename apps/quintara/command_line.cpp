@@ -7,6 +7,7 @@
 
 #include "base/text.h"
 #include "quintara/help_texts.h"
+#include "quintara/vault_verbs.h"
 #include "quintara/verbs.h"
 #include "quintara/wrong_use.h"
 
@@ -50,8 +51,11 @@ class Reader {
     program_.footer(help::kProgram);
     program_.require_subcommand(0, 1);
     AddCommonOptions();
+    AddVault();
     AddImport();
+    AddLs();
     AddTree();
+    AddShow();
     AddMatrix();
     AddFlatten();
     AddPosition();
@@ -59,6 +63,8 @@ class Reader {
     AddCompare();
     AddExport();
     AddRender();
+    AddSettings();
+    AddUser();
   }
 
   Command Read(std::vector<std::string> arguments) {
@@ -80,20 +86,38 @@ class Reader {
   }
 
  private:
+  // The innermost one: "vault init" rather than "vault".
   const CLI::App* ChosenVerb() const {
-    const auto chosen = program_.get_subcommands();
-    return chosen.empty() ? nullptr : chosen.back();
+    const CLI::App* verb = nullptr;
+    for (auto chosen = program_.get_subcommands(); !chosen.empty(); chosen = verb->get_subcommands()) {
+      verb = chosen.back();
+    }
+    return verb;
+  }
+  static std::string NameOf(const CLI::App* verb) {
+    const auto* parent = verb->get_parent();
+    return parent->get_parent() == nullptr ? verb->get_name() : NameOf(parent) + " " + verb->get_name();
   }
   std::string Misplaced() const {
-    return ChosenVerb() == nullptr ? "no verb" : "nothing that '" + ChosenVerb()->get_name() + "' expects";
+    return ChosenVerb() == nullptr ? "no verb" : "nothing that '" + NameOf(ChosenVerb()) + "' expects";
   }
   std::string Advice() const {
     const auto* verb = ChosenVerb();
-    return "\n'quintara " + (verb == nullptr ? std::string() : verb->get_name() + " ") + "--help' tells more";
+    return "\n'quintara " + (verb == nullptr ? std::string() : NameOf(verb) + " ") + "--help' tells more";
   }
 
   void AddCommonOptions() {
-    program_.add_option("--work", common_.workFolder, "The work directory; else the current one")->type_name("FOLDER");
+    program_.add_option("--vault", common_.vault, "The vault; else quintara.vault here or above")->type_name("FOLDER");
+    program_.add_option("--user", common_.user, "The user of the vault; else admin")->type_name("LOGIN");
+    program_.add_option("--work", common_.workFolder, "The work directory; else the user's in the vault")
+        ->type_name("FOLDER");
+    program_.add_option("--lang", common_.language, "EN, FR or DE; else the language of the locale")->type_name("CODE");
+    program_
+        .add_option_function<std::string>(
+            "--started-first", [this](const std::string& name) { common_.zorvaStartedFirst = name == "zorva"; },
+            "Which of the two clients runs longer; else veldora")
+        ->check(CLI::IsMember({"zorva", "veldora"}))
+        ->type_name("zorva|veldora");
     auto* yes = program_.add_flag("--yes", common_.yes, "Answer every question with Yes or OK");
     program_.add_flag("--no", common_.no, "Answer every question with No or Cancel, as without a terminal")
         ->excludes(yes);
@@ -102,12 +126,24 @@ class Reader {
   template <class Options>
   CLI::App* AddVerb(const char* name, const char* description, const char* footer,
                     void (*run)(CommandContext&, const Options&), const std::shared_ptr<Options>& options) {
-    auto* verb = program_.add_subcommand(name, description);
+    return AddVerbTo(program_, name, description, footer, run, options);
+  }
+  template <class Options>
+  CLI::App* AddVerbTo(CLI::App& parent, const char* name, const char* description, const char* footer,
+                      void (*run)(CommandContext&, const Options&), const std::shared_ptr<Options>& options) {
+    auto* verb = AddVerbWithout(parent, name, description, footer);
+    // A verb is called after those below it, which it must not push out.
+    verb->callback([this, verb, run, options] {
+      if (!verb->get_subcommands().empty()) return;
+      verb_ = [run, options](CommandContext& context) { run(context, *options); };
+    });
+    return verb;
+  }
+  static CLI::App* AddVerbWithout(CLI::App& parent, const char* name, const char* description, const char* footer) {
+    auto* verb = parent.add_subcommand(name, description);
     verb->group("Verbs");
     verb->fallthrough();
     verb->footer(std::string(footer) + help::kCommonOptions);
-    verb->callback(
-        [this, run, options] { verb_ = [run, options](CommandContext& context) { run(context, *options); }; });
     return verb;
   }
 
@@ -123,18 +159,90 @@ class Reader {
 
   void AddImport() {
     const auto options = std::make_shared<ImportOptions>();
-    auto* verb = AddVerb("import", "Split a STEP assembly into the work directory", help::kImport, RunImport, options);
+    auto* verb = AddVerb("import", "Bring a STEP assembly into the vault, or into the work directory", help::kImport,
+                         RunImport, options);
     verb->add_option("FILE", options->file, "The STEP file")->required()->type_name("");
     AddReplace(verb, options->replace);
     AddDryRun(verb, options->dryRun);
   }
 
+  void AddVault() {
+    auto* vault = AddVerbWithout(program_, "vault", "Make a vault, check one, or try a session", help::kVault);
+    vault->require_subcommand(0, 1);
+    const auto init = std::make_shared<VaultInitOptions>();
+    auto* verb = AddVerbTo(*vault, "init", "Make a vault", help::kVaultInit, RunVaultInit, init);
+    verb->add_option("FOLDER", init->folder, "The folder; else the one that --vault names, else quintara.vault")
+        ->type_name("");
+    verb->add_option("--database", init->database, "A PostgreSQL database, postgresql://...; else a file in the folder")
+        ->type_name("ADDRESS");
+    verb->add_option("--store", init->store, "Where the files go; else into the folder")->type_name("FOLDER");
+    AddVerbTo(*vault, "check", "Recompute what must hold in the vault", help::kVaultCheck, RunVaultCheck,
+              std::make_shared<VaultCheckOptions>());
+    AddVerbTo(*vault, "session", "Start a session as each command does", help::kVaultSession, RunVaultSession,
+              std::make_shared<VaultSessionOptions>());
+  }
+
+  void AddLs() {
+    const auto options = std::make_shared<LsOptions>();
+    auto* verb = AddVerb("ls", "List the products and parts of the vault", help::kLs, RunLs, options);
+    verb->add_option("PATTERN", options->patterns, "Only those that match one of these")->type_name("");
+    verb->add_flag("--all", options->all, "All revisions, not the newest only");
+    verb->add_option("--class", options->className, "Only those of this class")->type_name("NAME");
+  }
+
+  void AddShow() {
+    const auto options = std::make_shared<ShowOptions>();
+    auto* verb = AddVerb("show", "Print all that the vault holds of an object", help::kShow, RunShow, options);
+    verb->add_option("OBJECT", options->objects, "Objects of the vault")->required()->type_name("");
+  }
+
+  void AddSettings() {
+    const auto options = std::make_shared<SettingsOptions>();
+    auto* verb = AddVerb("settings", "List the settings, or set one", help::kSettings, RunSettings, options);
+    verb->add_option("SECTION", options->section, "Such as QD; else all")->type_name("");
+    verb->add_option("SUBJECT", options->subject, "Such as TREE_VIEW; else all of the section")->type_name("");
+    verb->add_option("VALUE", options->values, "What the setting is to be; else it is only listed")->type_name("");
+    verb->add_flag("--user-setting", options->ofUser, "The user's own setting, not the site's");
+  }
+
+  void AddUser() {
+    auto* user = AddVerb("user", "List the users of the vault, add one, or change rights", help::kUser, RunUserList,
+                         std::make_shared<UserListOptions>());
+    user->require_subcommand(0, 1);
+    const auto added = std::make_shared<UserAddOptions>();
+    auto* add = AddVerbTo(*user, "add", "Add a user", help::kUserAdd, RunUserAdd, added);
+    AddLogin(add, added->login);
+    add->add_option_function<std::string>(
+           "--rights", [added](const std::string& rights) { added->allRights = rights == "all"; },
+           "What the user may do: all, or none, which is the default")
+        ->check(CLI::IsMember({"all", "none"}))
+        ->type_name("all|none");
+    AddRight(*user, "grant", "Give a user a right", help::kUserGrant, RunUserGrant);
+    AddRight(*user, "revoke", "Take a right from a user", help::kUserRevoke, RunUserRevoke);
+  }
+
+  static void AddLogin(CLI::App* verb, std::string& login) {
+    verb->add_option("LOGIN", login, "The user")->required()->type_name("");
+  }
+
+  void AddRight(CLI::App& user, const char* name, const char* description, const char* footer,
+                void (*run)(CommandContext&, const UserRightOptions&)) {
+    const auto options = std::make_shared<UserRightOptions>();
+    auto* verb = AddVerbTo(user, name, description, footer, run, options);
+    AddLogin(verb, options->login);
+    verb->add_option("OPERATION", options->operation, "Such as CHECKIN, or all")->required()->type_name("");
+    verb->add_option("CLASS", options->className, "The class of objects; else all")->type_name("");
+  }
+
   void AddTree() {
     const auto options = std::make_shared<TreeOptions>();
-    auto* verb = AddVerb("tree", "Print the structure of a product or STEP file", help::kTree, RunTree, options);
-    verb->add_option("PRODUCT", options->products, "Products or STEP files")->required()->type_name("");
+    auto* verb =
+        AddVerb("tree", "Print the structure of a product, vault object or STEP file", help::kTree, RunTree, options);
+    verb->add_option("PRODUCT", options->products, "Products, objects of the vault or STEP files")
+        ->required()
+        ->type_name("");
     verb->add_option("--depth", options->depth, "Only so many levels below the root")
-        ->check(CLI::NonNegativeNumber)
+        ->check(CLI::Range(0, 1'000'000))
         ->type_name("N");
   }
 

@@ -3,7 +3,7 @@
 #include <string_view>
 #include <unordered_set>
 
-#include "base/text.h"
+#include "quintara/pattern.h"
 #include "quintara/wrong_use.h"
 
 namespace quintara {
@@ -22,28 +22,12 @@ std::string_view LastPiece(std::string_view name) {
   return name.substr(name.find_last_of('\\') + 1);
 }
 
-struct Pattern {
-  std::string_view text;
-  bool takesParts = true;
-  bool takesProducts = true;
-
-  explicit Pattern(std::string_view given) : text(given) {
-    constexpr std::string_view kPart = "part:";
-    constexpr std::string_view kProduct = "product:";
-    takesProducts = !given.starts_with(kPart);
-    takesParts = !given.starts_with(kProduct);
-    if (!takesProducts) text.remove_prefix(kPart.size());
-    if (!takesParts) text.remove_prefix(kProduct.size());
-    if (text.empty()) throw WrongUse("the pattern '" + std::string(given) + "' is empty");
-  }
-
-  bool Matches(const std::vector<ProductNode>& nodes, std::size_t index) const {
-    const auto& node = nodes[index];
-    if (!(node.hasChildren ? takesProducts : takesParts)) return false;
-    return MatchesPattern(text, node.partNumber) || MatchesPattern(text, node.name) ||
-           MatchesPattern(text, LastPiece(node.name)) || MatchesPattern(text, PathOfPartNumbers(nodes, index));
-  }
-};
+bool Matches(const Pattern& pattern, const std::vector<ProductNode>& nodes, std::size_t index) {
+  const auto& node = nodes[index];
+  return pattern.TakesKind(node.hasChildren) &&
+         (pattern.Matches(node.partNumber) || pattern.Matches(node.name) || pattern.Matches(LastPiece(node.name)) ||
+          pattern.Matches(PathOfPartNumbers(nodes, index)));
+}
 
 void Apply(const ChoiceRule& rule, const std::vector<ProductNode>& nodes, std::vector<Choice>& choices) {
   const Pattern pattern(rule.pattern);
@@ -55,7 +39,7 @@ void Apply(const ChoiceRule& rule, const std::vector<ProductNode>& nodes, std::v
     isLocked[i] = isLocked[parent] || choices[parent] != Choice::kNone;
     isOverwritten[i] = isOverwritten[parent];
     if (isOverwritten[i]) choices[i] = Choice::kNone;
-    if (!pattern.Matches(nodes, i)) continue;
+    if (!Matches(pattern, nodes, i)) continue;
     found = true;
     if (isLocked[i]) continue;
     choices[i] = rule.choice;

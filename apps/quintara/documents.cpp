@@ -24,13 +24,6 @@ std::string Absolute(const std::string& path) {
   return FromPath(fs::absolute(ToPath(path)).lexically_normal());
 }
 
-// As given, or in the work directory; empty for no such file.
-std::string ExistingFile(const CommandContext& context, const std::string& argument) {
-  if (argument.empty()) return {};
-  if (IsFile(argument)) return Absolute(argument);
-  return IsFile(context.WorkPath(argument)) ? context.WorkPath(argument) : std::string();
-}
-
 void RefuseFolder(const std::string& argument) {
   std::error_code error;
   if (fs::is_directory(ToPath(argument), error)) throw WrongUse("'" + argument + "' is a folder");
@@ -79,14 +72,25 @@ Ref<zorva::ProductDocument> OpenFile(CommandContext& context, const std::string&
 
 }  // namespace
 
-std::string FindDocument(CommandContext& context, const std::string& argument, Wanted wanted) {
-  if (auto file = ExistingFile(context, argument); !file.empty()) return file;
+std::string ExistingFile(const CommandContext& context, const std::string& argument) {
+  if (argument.empty()) return {};
+  if (IsFile(argument)) return Absolute(argument);
+  return IsFile(context.WorkPath(argument)) ? context.WorkPath(argument) : std::string();
+}
+
+std::string DocumentOfPartNumber(CommandContext& context, const std::string& argument, Wanted wanted) {
   std::vector<std::string> partNumbers{argument, kWipPrefix + argument};
   if (wanted == Wanted::kWip) std::swap(partNumbers.front(), partNumbers.back());
   for (const auto& partNumber : partNumbers) {
     const auto files = FilesOfPartNumber(context, partNumber);
     if (!files.empty()) return TheOnly(files, partNumber);
   }
+  return {};
+}
+
+std::string FindDocument(CommandContext& context, const std::string& argument, Wanted wanted) {
+  if (auto file = ExistingFile(context, argument); !file.empty()) return file;
+  if (auto file = DocumentOfPartNumber(context, argument, wanted); !file.empty()) return file;
   RefuseFolder(argument);
   throw WrongUse("there is no file '" + argument + "', and no product of that part number in '" + context.WorkPath() +
                  "'");

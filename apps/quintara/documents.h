@@ -17,6 +17,12 @@ enum class Wanted {
 /// The start of the part number of each work in progress.
 inline constexpr auto kWipPrefix = "WIP~~";
 
+/// The absolute path of the file of that name, as given or in the work directory; empty for no such file.
+std::string ExistingFile(const CommandContext& context, const std::string& argument);
+
+/// The product document in the work directory of that part number; empty for none. Wrong use for several.
+std::string DocumentOfPartNumber(CommandContext& context, const std::string& argument, Wanted wanted);
+
 /// The absolute path of the file that `argument` names: a file as given or in the work directory,
 /// else the product document in the work directory of that part number. Wrong use when there is
 /// none, or several.

@@ -7,6 +7,14 @@ namespace quintara::help {
 inline constexpr auto kProgram = R"(A product is named by its file, or by its part number in the work directory; a
 work in progress also without the WIP~~ in front. A STEP file is named by itself.
 
+An object of the vault is named by part number, PART@REVISION or CLASS:ID.
+
+The vault is the folder quintara.vault in the current folder or the nearest one
+above it. With a vault the work directory is a folder of its user in there, without
+one the current folder. QUINTARA_VAULT, QUINTARA_USER, QUINTARA_WORK and
+QUINTARA_LANG in the environment say what the options of those names don't;
+QUINTARA_PASSWORD holds the user's password, which a terminal is else asked for.
+
 Exit code: 0 done; 1 something failed or a failure was shown; 2 wrong use,
 nothing was changed.
 
@@ -21,19 +29,132 @@ Example, from a STEP assembly to a flat product with every part in its place:
 )";
 
 inline constexpr auto kCommonOptions =
-    "\nEvery verb also has --work FOLDER, --yes and --no; 'quintara --help' tells them.\n";
+    "\nEvery verb also has --vault, --user, --work, --lang, --started-first, --yes and\n"
+    "--no; 'quintara --help' tells them.\n";
+
+inline constexpr auto kVault = R"(Examples:
+  quintara vault init
+  quintara vault check
+  quintara vault session
+)";
+
+inline constexpr auto kVaultInit = R"(A vault is a folder. Whoever works in the folder above it, or anywhere below that,
+finds it without naming it. Its first user has all rights and is called admin, or
+what --user says; the password is asked for, or is that of QUINTARA_PASSWORD, and
+may be left out.
+
+The folder of a vault in a PostgreSQL database keeps the address of that and,
+unless --store names another place, the files. To join a database that holds a
+vault already, name its store.
+
+Examples:
+  quintara vault init
+  quintara vault init /srv/gears.vault --user anna
+  quintara vault init --database 'postgresql://dbname=gears' --store /srv/gears
+)";
+
+inline constexpr auto kVaultCheck = R"(Every file is read and compared with the digest that it was stored under; links,
+revisions, states and numbers are looked over. Nothing is changed. Exit code 1 when
+something is wrong.
+
+Example:
+  quintara vault check
+)";
+
+inline constexpr auto kVaultSession =
+    R"(Attaches to the vault and the CAD host, reads settings and texts, and tells what it
+found. Nothing is changed. Exit code 1 when no session starts, and when a setting
+that the commands count on is missing or names a class that isn't there.
+
+Examples:
+  quintara vault session
+  quintara vault session --user anna --lang DE
+)";
+
+inline constexpr auto kLs = R"(Without --all only the newest revision of each. A pattern (*, ?; capitals are
+ignored) is compared with the part number, alone and as 'NUMBER - REVISION'. In
+front of it 'part:' or 'product:' restricts it to objects without or with
+components.
+
+Examples:
+  quintara ls
+  quintara ls 'part:*bolt*' 'rod*'
+  quintara ls --all nut
+)";
+
+inline constexpr auto kShow = R"(An object is named by its part number, which means the newest revision, by part
+number and revision (NUT@B), or by class and id (2:14).
+
+Examples:
+  quintara show nut
+  quintara show nut@A nut@B
+)";
+
+inline constexpr auto kSettings =
+    R"(Settings of the site hold for everyone, those of a user only for that one. Values are
+set one by one; those that aren't named are emptied.
+
+Examples:
+  quintara settings
+  quintara settings QD TREE_VIEW
+  quintara settings QD TREE_VIEW NM_CN_PART_NUMBER,REVISION
+)";
+
+inline constexpr auto kUser = R"(Examples:
+  quintara user
+  quintara user add anna
+  quintara user grant anna CHECKIN
+)";
+
+inline constexpr auto kUserAdd =
+    R"(The password is asked for, or is that of QUINTARA_NEW_PASSWORD, or without a terminal
+a line of standard input. It is no argument, since everyone on the machine can read
+the arguments of a program.
+
+Examples:
+  quintara user add anna
+  quintara user add bert --rights all
+)";
+
+inline constexpr auto kUserGrant = R"(Operations are CHECKIN, APPROVE, FREEZE, CHECKOUT, NEWRELEASE, CopyFile and
+'VIEW OBJECT'; all stands for all of them.
+
+Examples:
+  quintara user grant anna CHECKIN
+  quintara user grant anna CopyFile 'ZORVA Part'
+  quintara user grant anna all
+)";
+
+inline constexpr auto kUserRevoke = R"(Only a right that was given can be taken: from a user with all rights, take 'all'
+first and give what is left.
+
+Examples:
+  quintara user revoke anna CHECKIN
+  quintara user revoke anna all
+)";
 
 inline constexpr auto kImport = R"(Every part becomes 'PART NUMBER.stp', every assembly 'PART NUMBER.ZVAProduct',
 and both get a light representation, 'PART NUMBER.lwt'. Names that can't be used
-are changed, always in the same way, and listed. Either all files are put in
-place or none.
+are changed, always in the same way, and listed.
+
+With a vault all of it goes there, checked in, and nothing into the work
+directory. What is in the vault already is found by its part number: it stays as
+it is when its content is the same, and gets a new revision when it isn't, an
+assembly when its own list of children or their positions changed. The import
+is refused when something changed is new, checked out or obsolete. Without a
+vault the files go into the work directory. Either all is done or nothing.
 
 Examples:
   quintara import as1-oc-214.stp
+  quintara import as1-oc-214.stp --dry-run
   quintara import gearbox.stp --work gearbox --replace
 )";
 
-inline constexpr auto kTree = R"(Examples:
+inline constexpr auto kTree = R"(What isn't the name of a file is an object of the vault, where there is one, and else a
+product of the work directory. A structure of the vault has one line for each
+distinct component, with the number of its instances.
+
+Examples:
   quintara tree as1
   quintara tree as1.ZVAProduct --depth 1
   quintara tree as1-oc-214.stp

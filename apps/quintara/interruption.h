@@ -3,7 +3,7 @@
 namespace quintara {
 
 /// Makes Ctrl-C and a request to end stop the work at its next step, so that it cleans up behind
-/// itself. The second one ends the process at once.
+/// itself. A second one, from two seconds after the first, ends the process at once.
 void CatchInterruptions();
 
 /// True once an interruption has come.

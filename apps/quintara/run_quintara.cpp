@@ -16,7 +16,9 @@ int Run(const Command& command, const ProgramSurroundings& surroundings) {
   try {
     command.verb(context);
   } catch (const WrongUse&) {
-    throw;
+    // A question that was interrupted has no answer, which isn't what went wrong.
+    if (!WasInterrupted()) throw;
+    context.Complain("interrupted");
   } catch (const std::exception& error) {
     // The terminal interrupts the geometry's workers too, and what they die of is not the news.
     context.Complain(WasInterrupted() ? "interrupted" : error.what());

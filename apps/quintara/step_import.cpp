@@ -8,6 +8,7 @@
 #include "base/failure.h"
 #include "base/text.h"
 #include "hosts/cad/cad_host.h"
+#include "quintara/staging_folder.h"
 
 namespace quintara {
 namespace {
@@ -34,8 +35,8 @@ bool IsSameFile(const std::string& left, const std::string& right) {
 std::vector<std::string> FilesOf(const AssemblyStructure& structure) {
   std::vector<std::string> files;
   for (const auto& definition : structure.definitions) {
-    files.push_back(definition.partNumber + (definition.isAssembly ? ".ZVAProduct" : ".stp"));
-    files.push_back(definition.partNumber + ".lwt");
+    files.push_back(FileOfDefinition(definition));
+    files.push_back(LightFileOfDefinition(definition));
   }
   return files;
 }
@@ -55,42 +56,6 @@ void CheckTargets(const StepImportRequest& request, const std::vector<std::strin
   const auto others = there.size() > 1 ? " and " + std::to_string(there.size() - 1) + " more files exist" : " exists";
   throw Failure(failure::kPathAccess,
                 "'" + there.front() + "'" + others + " already in '" + request.folder + "'; --replace replaces them");
-}
-
-// A folder in `parent` that goes, with what is still in it, at the end.
-class StagingFolder {
- public:
-  StagingFolder(const std::string& parent, FileSystemObject& fileSystem) {
-    for (int n = 1; path_.empty(); ++n) {
-      auto path = In(parent, ".quintara-import-" + std::to_string(n));
-      if (IsThere(path)) continue;
-      fileSystem.CreateFolder(path);
-      path_ = std::move(path);
-    }
-  }
-  ~StagingFolder() {
-    std::error_code error;
-    fs::remove_all(ToPath(path_), error);
-  }
-  StagingFolder(const StagingFolder&) = delete;
-  StagingFolder& operator=(const StagingFolder&) = delete;
-
-  const std::string& Path() const noexcept { return path_; }
-
- private:
-  std::string path_;
-};
-
-void WriteAll(const SplitAssembly& assembly, const std::string& folder, FileContents& files, const Progress& progress) {
-  const auto& definitions = assembly.Structure().definitions;
-  for (std::size_t i = 0; i < definitions.size(); ++i) {
-    const auto& partNumber = definitions[i].partNumber;
-    const double done = static_cast<double>(i) / static_cast<double>(definitions.size());
-    progress(kReadingShare + (1 - kReadingShare) * done, "Writing " + partNumber);
-    if (!definitions[i].isAssembly) assembly.WritePart(i, In(folder, partNumber + ".stp"));
-    assembly.WriteLight(i, In(folder, partNumber + ".lwt"));
-  }
-  WriteProductFiles(assembly.Structure(), folder, files);
 }
 
 // Renames that can be taken back as long as they aren't confirmed.
@@ -119,30 +84,51 @@ class Renames {
 
 void MoveIntoPlace(const StagingFolder& staging, const std::string& folder, const std::vector<std::string>& names,
                    Platform& platform) {
-  const auto old = In(staging.Path(), "old");
+  const auto old = staging.PathOf("old");
   platform.FileSystem()->CreateFolder(old);
   Renames renames(platform.Contents());
   for (const auto& name : names) {
     const auto target = In(folder, name);
     if (IsThere(target)) renames.Do(target, In(old, name));
-    renames.Do(In(staging.Path(), name), target);
+    renames.Do(staging.PathOf(name), target);
   }
   renames.Confirm();
 }
 
 }  // namespace
 
+std::string FileOfDefinition(const AssemblyStructure::Definition& definition) {
+  return definition.partNumber + (definition.isAssembly ? ".ZVAProduct" : ".stp");
+}
+
+std::string LightFileOfDefinition(const AssemblyStructure::Definition& definition) {
+  return definition.partNumber + ".lwt";
+}
+
+Progress PieceOf(const Progress& progress, double done, double share) {
+  return [=](double fraction, const std::string& what) { progress(done + share * fraction, what); };
+}
+
+void WriteSplitFiles(const SplitAssembly& assembly, const std::string& folder, bool withLight, FileContents& files,
+                     const Progress& progress) {
+  const auto& definitions = assembly.Structure().definitions;
+  for (std::size_t i = 0; i < definitions.size(); ++i) {
+    progress(static_cast<double>(i) / static_cast<double>(definitions.size()), "Writing " + definitions[i].partNumber);
+    if (!definitions[i].isAssembly) assembly.WritePart(i, In(folder, FileOfDefinition(definitions[i])));
+    if (withLight) assembly.WriteLight(i, In(folder, LightFileOfDefinition(definitions[i])));
+  }
+  WriteProductFiles(assembly.Structure(), folder, files);
+}
+
 StepImportReport ImportStep(const StepImportRequest& request, Geometry& geometry, Platform& platform,
                             const Progress& progress) {
-  const auto readingProgress = [&](double fraction, const std::string& what) {
-    progress(fraction * kReadingShare, what);
-  };
-  const auto assembly = geometry.ReadAssembly(request.stepFile, readingProgress);
+  const auto assembly = geometry.ReadAssembly(request.stepFile, PieceOf(progress, 0, kReadingShare));
   StepImportReport report{assembly->Structure(), FilesOf(assembly->Structure())};
   CheckTargets(request, report.files);
   if (request.dryRun) return report;
   const StagingFolder staging(request.folder, *platform.FileSystem());
-  WriteAll(*assembly, staging.Path(), platform.Contents(), progress);
+  WriteSplitFiles(*assembly, staging.Path(), true, platform.Contents(),
+                  PieceOf(progress, kReadingShare, 1 - kReadingShare));
   MoveIntoPlace(staging, request.folder, report.files, platform);
   return report;
 }

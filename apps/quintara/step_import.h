@@ -21,6 +21,18 @@ struct StepImportReport {
   std::vector<std::string> files;  ///< names in the folder, children before what holds them
 };
 
+/// The name of the file of a definition, "PART NUMBER.stp" or "PART NUMBER.ZVAProduct".
+std::string FileOfDefinition(const AssemblyStructure::Definition& definition);
+/// The name of its light representation, "PART NUMBER.lwt".
+std::string LightFileOfDefinition(const AssemblyStructure::Definition& definition);
+
+/// Writes the files of all definitions into `folder`, the light ones only if `withLight` says so.
+void WriteSplitFiles(const SplitAssembly& assembly, const std::string& folder, bool withLight, FileContents& files,
+                     const Progress& progress);
+
+/// `progress` for a piece of the work that takes `share` of the whole, when `done` of it is done.
+Progress PieceOf(const Progress& progress, double done, double share);
+
 /// Splits a STEP file into one part file ("PART NUMBER.stp") for each part, one product document
 /// ("PART NUMBER.ZVAProduct") for each assembly, and a light representation ("PART NUMBER.lwt")
 /// for each of both. All of it is written into a folder of its own first and then moved into

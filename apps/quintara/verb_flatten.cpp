@@ -1,9 +1,8 @@
-#include <algorithm>
-
 #include "base/failure.h"
 #include "base/text.h"
 #include "quintara/documents.h"
 #include "quintara/product_tree.h"
+#include "quintara/vault_access.h"
 #include "quintara/verbs.h"
 #include "quintara/wrong_use.h"
 
@@ -17,13 +16,8 @@ struct Taken {
 };
 
 std::string UsableName(const std::string& name) {
-  constexpr auto kRefused = "\\/:*?\"<>|";
-  const bool hasControl = std::any_of(name.begin(), name.end(), [](unsigned char c) { return c < ' ' || c == 0x7F; });
-  const bool endsBadly = name.empty() || name.back() == ' ' || name.back() == '.';
-  if (hasControl || endsBadly || name.find_first_of(kRefused) != std::string::npos) {
-    throw WrongUse("'" + name + "' can't be used in a file name; choose another with --name");
-  }
-  return name;
+  if (IsFileName(name)) return name;
+  throw WrongUse("'" + name + "' can't be used in a file name; choose another with --name");
 }
 
 bool IsFile(const std::string& path) {
@@ -96,7 +90,7 @@ void RunFlatten(CommandContext& context, const FlattenOptions& options) {
   const auto source = OpenProduct(context, options.product)->Product();
   const auto partNumber = kWipPrefix + UsableName(options.name.empty() ? source->PartNumber() : options.name);
   const auto components = Take(NodesOf(source), options.rules);
-  const auto target = TargetPath(context.WorkPath(partNumber + ".ZVAProduct"), options.replace);
+  const auto target = TargetPath(context.WorkPathToWrite(partNumber + ".ZVAProduct"), options.replace);
   const auto flat = MakeFlat(context.Host().Application(), partNumber, components);
   PrintTaken(context, components);
   if (!options.dryRun) context.Host().Save(flat, target);

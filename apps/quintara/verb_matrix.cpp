@@ -8,7 +8,8 @@ namespace quintara {
 void RunMatrix(CommandContext& context, const MatrixOptions& options) {
   const auto document = OpenProduct(context, options.product);
   const auto root = document->Product();
-  const auto wanted = options.output.empty() ? context.WorkPath(root->PartNumber() + " Matrix.xml") : options.output;
+  const auto wanted =
+      options.output.empty() ? context.WorkPathToWrite(root->PartNumber() + " Matrix.xml") : options.output;
   const auto target = TargetPath(wanted, options.replace);
   if (options.dryRun) {
     context.Print("nothing written, as asked: '" + target + "'");

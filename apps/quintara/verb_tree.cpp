@@ -4,6 +4,9 @@
 #include "base/text.h"
 #include "quintara/documents.h"
 #include "quintara/product_tree.h"
+#include "quintara/tree_lines.h"
+#include "quintara/vault_objects.h"
+#include "quintara/vault_tree.h"
 #include "quintara/verbs.h"
 
 namespace quintara {
@@ -65,29 +68,6 @@ std::vector<Row> RowsOf(CommandContext& context, const std::string& path) {
   return isStep ? RowsOfStep(context, path) : RowsOfProduct(context, path);
 }
 
-struct TreeLines {
-  const char* branch;
-  const char* lastBranch;
-  const char* trunk;
-  const char* nothing;
-};
-constexpr TreeLines kUtf8Lines{"├── ", "└── ", "│   ", "    "};
-constexpr TreeLines kAsciiLines{"|-- ", "`-- ", "|   ", "    "};
-
-// What stands before each row: from the last row up it is known which levels go on below.
-std::vector<std::string> Prefixes(const std::vector<Row>& rows, const TreeLines& lines) {
-  std::vector<std::string> prefixes(rows.size());
-  std::vector<char> goesOn;
-  for (std::size_t i = rows.size(); i-- > 0;) {
-    const auto depth = static_cast<std::size_t>(rows[i].depth);
-    goesOn.resize(depth + 1);
-    for (std::size_t level = 1; level < depth; ++level) prefixes[i] += goesOn[level] ? lines.trunk : lines.nothing;
-    if (depth > 0) prefixes[i] += goesOn[depth] ? lines.branch : lines.lastBranch;
-    goesOn[depth] = 1;
-  }
-  return prefixes;
-}
-
 void KeepToDepth(std::vector<Row>& rows, int depth) {
   for (std::size_t i = 0; i + 1 < rows.size(); ++i) {
     if (rows[i].depth == depth && rows[i + 1].depth > depth) rows[i].partNumber += " ...";
@@ -95,21 +75,63 @@ void KeepToDepth(std::vector<Row>& rows, int depth) {
   std::erase_if(rows, [&](const Row& row) { return row.depth > depth; });
 }
 
+void PrintDocument(CommandContext& context, const std::string& path, const std::optional<int>& depth) {
+  auto rows = RowsOf(context, path);
+  if (depth) KeepToDepth(rows, *depth);
+  std::vector<int> depths;
+  for (const auto& row : rows) depths.push_back(row.depth);
+  const auto prefixes = TreePrefixes(depths, context.HasUtf8Screen());
+  TextTable table({{"part number"}, {"instance"}, {"form"}, {"file"}});
+  for (std::size_t i = 0; i < rows.size(); ++i) {
+    const auto& row = rows[i];
+    table.AddRow({prefixes[i] + (row.partNumber.empty() ? "?" : row.partNumber), row.name, row.form, row.file});
+  }
+  context.Print(table);
+}
+
+void PrintStructure(CommandContext& context, const Ref<veldora::VdObject>& root, const std::optional<int>& depth) {
+  const auto lines = StructureLines(context.RequireVault(), root, depth.value_or(-1));
+  std::vector<int> depths;
+  for (const auto& line : lines) depths.push_back(line.depth);
+  const auto prefixes = TreePrefixes(depths, context.HasUtf8Screen());
+  TextTable table({{"part number"}, {"quantity", true}, {"revision"}, {"state"}, {"file"}});
+  for (std::size_t i = 0; i < lines.size(); ++i) {
+    const auto& object = lines[i].object;
+    table.AddRow({prefixes[i] + object.partNumber + (lines[i].isCut ? " ..." : ""),
+                  lines[i].depth == 0 ? "" : std::to_string(lines[i].quantity), object.revision, StateText(object),
+                  object.fileName});
+  }
+  context.Print(table);
+}
+
+/// A document of the CAD host, or an object of the vault.
+struct Subject {
+  std::string path;
+  Ref<veldora::VdObject> object;
+};
+
+// What only the work directory has, such as a work in progress, is found there by its part number.
+Subject Find(CommandContext& context, const std::string& argument) {
+  if (auto file = ExistingFile(context, argument); !file.empty()) return {file, nullptr};
+  auto* vault = context.Vault();
+  if (vault == nullptr) return {FindDocument(context, argument, Wanted::kProduct), nullptr};
+  if (ObjectsNamed(*vault, argument).empty()) {
+    if (auto file = DocumentOfPartNumber(context, argument, Wanted::kProduct); !file.empty()) return {file, nullptr};
+  }
+  return {{}, FindObject(*vault, argument)};
+}
+
 }  // namespace
 
 void RunTree(CommandContext& context, const TreeOptions& options) {
-  std::vector<std::string> paths;
-  for (const auto& product : options.products) paths.push_back(FindDocument(context, product, Wanted::kProduct));
-  for (const auto& path : paths) {
-    auto rows = RowsOf(context, path);
-    if (options.depth) KeepToDepth(rows, *options.depth);
-    const auto prefixes = Prefixes(rows, context.HasUtf8Screen() ? kUtf8Lines : kAsciiLines);
-    TextTable table({{"part number"}, {"instance"}, {"form"}, {"file"}});
-    for (std::size_t i = 0; i < rows.size(); ++i) {
-      const auto& row = rows[i];
-      table.AddRow({prefixes[i] + (row.partNumber.empty() ? "?" : row.partNumber), row.name, row.form, row.file});
+  std::vector<Subject> subjects;
+  for (const auto& product : options.products) subjects.push_back(Find(context, product));
+  for (const auto& subject : subjects) {
+    if (subject.object) {
+      PrintStructure(context, subject.object, options.depth);
+    } else {
+      PrintDocument(context, subject.path, options.depth);
     }
-    context.Print(table);
   }
 }
 

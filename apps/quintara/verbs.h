@@ -19,7 +19,7 @@ struct ImportOptions {
   bool replace = false;
   bool dryRun = false;
 };
-/// Splits a STEP assembly into the work directory.
+/// Brings a STEP assembly into the vault, or splits it into the work directory where there is none.
 void RunImport(CommandContext& context, const ImportOptions& options);
 
 struct TreeOptions {

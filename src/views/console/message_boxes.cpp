@@ -2,16 +2,28 @@
 
 #include <istream>
 #include <ostream>
+#include <utility>
 
 #include "access/contracts/platform.h"
 #include "base/text.h"
 #include "views/console/screen_text.h"
+#include "views/console/waiting_input.h"
 
 namespace quintara {
 namespace {
 
 constexpr int kButtons = 0x0F;
 constexpr int kIcon = 0xF0;
+
+const char* SignOf(int style) {
+  switch (style & kIcon) {
+    case box::kCritical: return " (error)";
+    case box::kQuestion: return " (question)";
+    case box::kWarning: return " (warning)";
+    case box::kInformation: return " (information)";
+    default: return "";
+  }
+}
 
 std::string Trimmed(const std::string& text) {
   constexpr auto kBlanks = " \t\r\n";
@@ -33,18 +45,18 @@ struct MessageBoxes::Choice {
   int refused;
 };
 
-MessageBoxes::MessageBoxes(std::istream& in, std::ostream& out, Answers answers)
-    : in_(in), out_(out), answers_(answers) {}
+MessageBoxes::MessageBoxes(std::istream& in, std::ostream& out, Answers answers, IsSuccess isSuccess)
+    : in_(in), out_(out), answers_(answers), isSuccess_(std::move(isSuccess)) {}
 
 int MessageBoxes::Show(const std::string& text, int style, const std::string& title) {
-  out_ << OneLine(title) << ": " << Lines(text);
+  out_ << OneLine(title) << SignOf(style) << ": " << (text.empty() ? "(no text)" : Lines(text));
   switch (style & kButtons) {
     case box::kYesNo: return Ask({"Yes", "No", answer::kYes, answer::kNo});
     case box::kOkCancel: return Ask({"OK", "Cancel", answer::kOk, answer::kCancel});
     default: break;
   }
   out_ << std::endl;
-  if ((style & kIcon) != box::kInformation) failureShown_ = true;
+  if (!isSuccess_ || !isSuccess_(text)) failureShown_ = true;
   return answer::kOk;
 }
 
@@ -57,6 +69,7 @@ int MessageBoxes::Ask(const Choice& choice) {
   out_ << question;
   if (answers_ != Answers::kAsk) return end(answers_ == Answers::kYes);
   out_ << std::flush;
+  const WaitingInput waiting;
   for (std::string line; std::getline(in_, line); out_ << question << std::flush) {
     const auto typed = Trimmed(line);
     if (Means(typed, choice.accept)) return choice.accepted;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <iosfwd>
 #include <string>
 
@@ -12,15 +13,18 @@ class MessageBoxes {
   /// Who answers a box with a choice: someone at the terminal, or Yes and OK, or No and Cancel.
   enum class Answers { kAsk, kYes, kNo };
 
-  /// Boxes are printed to `out`; answers are read, a line each, from `in`.
-  MessageBoxes(std::istream& in, std::ostream& out, Answers answers);
+  /// Whether a text tells of success. The style of its box can't tell: failures are shown as information too.
+  using IsSuccess = std::function<bool(const std::string& text)>;
+
+  /// Boxes are printed to `out`; answers are read, a line each, from `in`. Without `isSuccess` no text
+  /// tells of success.
+  MessageBoxes(std::istream& in, std::ostream& out, Answers answers, IsSuccess isSuccess = {});
 
   /// Shows a box with the styles of `box` and gives a code of `answer`. The end of `in` counts as
   /// No and Cancel.
   int Show(const std::string& text, int style, const std::string& title);
 
-  /// True once a box has told of something else than success: one without a choice that isn't
-  /// plain information.
+  /// True once a box without a choice has told of something else than success.
   bool FailureShown() const noexcept { return failureShown_; }
 
  private:
@@ -31,6 +35,7 @@ class MessageBoxes {
   std::istream& in_;
   std::ostream& out_;
   Answers answers_;
+  IsSuccess isSuccess_;
   bool failureShown_ = false;
 };
 

@@ -63,7 +63,8 @@ TEST_F(Boxes, AFailureIsShownOnStandardErrorWithItsTitle) {
 
   const auto outcome = Run({"position", "as1", "--matrix", "broken.xml"});
 
-  EXPECT_THAT(outcome.errors, ::testing::StartsWith("QNTR: Error in loading XML file \"" + work.Path("broken.xml")));
+  EXPECT_THAT(outcome.errors,
+              ::testing::StartsWith("QNTR (error): Error in loading XML file \"" + work.Path("broken.xml")));
 }
 
 TEST_F(Boxes, AFailureThatWasShownIsExitCodeOneEvenWithYes) {

@@ -9,11 +9,15 @@ namespace quintara::test {
 namespace {
 
 Outcome RunIn(const std::vector<std::string>& arguments, const std::string& typed, const Terminal& terminal,
-              const std::shared_ptr<Gate>& gate) {
+              const std::shared_ptr<Gate>& gate, const std::map<std::string, std::string>& variables = {}) {
   std::istringstream in(typed);
   std::ostringstream out;
   std::ostringstream errors;
-  const int exitCode = RunQuintara(arguments, {in, out, errors, terminal, gate});
+  const auto environment = [&](const std::string& name) {
+    const auto found = variables.find(name);
+    return found == variables.end() ? std::string() : found->second;
+  };
+  const int exitCode = RunQuintara(arguments, {in, out, errors, terminal, gate, environment});
   return {exitCode, out.str(), errors.str()};
 }
 
@@ -30,7 +34,7 @@ Outcome Cli::Run(std::vector<std::string> arguments) {
 }
 
 Outcome Cli::RunBare(const std::vector<std::string>& arguments) {
-  return RunIn(arguments, typed, terminal, gate);
+  return RunIn(arguments, typed, terminal, gate, variables);
 }
 
 std::string Cli::Data(const std::string& name) {

@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <map>
 #include <memory>
 #include <sstream>
 #include <string>
@@ -36,6 +37,7 @@ class Cli : public ::testing::Test {
   TemporaryFolder elsewhere;
   Terminal terminal;
   std::string typed;
+  std::map<std::string, std::string> variables;  ///< the environment
   std::shared_ptr<Gate> gate = std::make_shared<Gate>();
 };
 

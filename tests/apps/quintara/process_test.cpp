@@ -61,5 +61,31 @@ TEST_F(TheProgram, FailsWhenItsResultCannotBeWritten) {
   EXPECT_THAT(elsewhere.Read("errors"), HasSubstr("the result can't be written"));
 }
 
+TEST_F(TheProgram, SaysThatThereIsNoFolderForTemporaryFiles) {
+  const auto command = "TMPDIR='" + work.Path("nowhere") + "' '" QUINTARA_PROGRAM "' import '" +
+                       Data("as1-oc-214.stp") + "' --work '" + elsewhere.Path() + "' 2>'" + work.Path("errors") + "'";
+
+  const int status = std::system(command.c_str());
+
+  EXPECT_EQ(WEXITSTATUS(status), kFailed);
+  EXPECT_THAT(work.Read("errors"), HasSubstr("There is no folder for temporary files"));
+}
+
+// As a timeout does: to the process, and again to its group.
+TEST_F(TheProgram, CleansUpAfterAnInterruptionThatComesTwice) {
+  const auto staging = "'" + elsewhere.Path(".quintara-import-1") + "'";
+  const auto command = "'" QUINTARA_PROGRAM "' import '" + Data("as1-oc-214.stp") + "' --work '" + elsewhere.Path() +
+                       "' 2>'" + work.Path("errors") + "' & running=$!; while [ ! -e " + staging +
+                       " ] && kill -0 $running; do :; done; kill -TERM $running; sleep 0.01; kill -TERM $running; "
+                       "wait $running";
+
+  const int status = std::system(command.c_str());
+
+  EXPECT_EQ(WEXITSTATUS(status), kFailed);
+  EXPECT_THAT(work.Read("errors"), HasSubstr("interrupted"));
+  EXPECT_FALSE(elsewhere.Has(".quintara-import-1"));
+  EXPECT_FALSE(elsewhere.Has("as1.ZVAProduct"));
+}
+
 }  // namespace
 }  // namespace quintara::test

@@ -155,15 +155,15 @@ TEST(TheHelp, OfTheProgramNamesEachVerb) {
 
   EXPECT_EQ(RunQuintara({"--help"}, {in, out, errors, {}}), kDone);
 
-  for (const auto* verb :
-       {"import", "tree", "matrix", "flatten", "position", "scatter", "compare", "export", "render"}) {
+  for (const auto* verb : {"vault", "import", "ls", "tree", "show", "matrix", "flatten", "position", "scatter",
+                           "compare", "export", "render", "settings", "user"}) {
     EXPECT_THAT(out.str(), HasSubstr(std::string("  ") + verb + " "));
   }
 }
 
 TEST(TheHelp, OfEachVerbHasAnExample) {
-  for (const std::string verb :
-       {"import", "tree", "matrix", "flatten", "position", "scatter", "compare", "export", "render"}) {
+  for (const std::string verb : {"vault", "import", "ls", "tree", "show", "matrix", "flatten", "position", "scatter",
+                                 "compare", "export", "render", "settings", "user"}) {
     std::istringstream in;
     std::ostringstream out;
     std::ostringstream errors;

@@ -16,16 +16,16 @@ struct AMessageBox : ::testing::Test {
   std::ostringstream shown;
 
   int AnswerTo(int style, Answers answers) { return MessageBoxes(typed, shown, answers).Show("Go on?", style, "QNTR"); }
-  bool IsFailure(int style) {
-    MessageBoxes boxes(typed, shown, Answers::kNo);
-    boxes.Show("text", style, "QNTR");
+  bool IsFailure(int style, const std::string& text = "text") {
+    MessageBoxes boxes(typed, shown, Answers::kNo, [](const std::string& shownText) { return shownText == "done"; });
+    boxes.Show(text, style, "QNTR");
     return boxes.FailureShown();
   }
 };
 
 TEST_F(AMessageBox, WithoutAnyoneToAskIsAnsweredNo) {
   EXPECT_EQ(AnswerTo(kYesNo, Answers::kNo), answer::kNo);
-  EXPECT_EQ(shown.str(), "QNTR: Go on? [Yes/No] No\n");
+  EXPECT_EQ(shown.str(), "QNTR (question): Go on? [Yes/No] No\n");
 }
 
 TEST_F(AMessageBox, WithoutAnyoneToAskIsCancelled) {
@@ -57,7 +57,7 @@ TEST_F(AMessageBox, AsksAgainUntilAButtonIsMeant) {
   typed.str("perhaps\n\n\xFF\nNO\n");
 
   EXPECT_EQ(AnswerTo(kYesNo, Answers::kAsk), answer::kNo);
-  EXPECT_EQ(shown.str(), "QNTR: Go on? [Yes/No]  [Yes/No]  [Yes/No]  [Yes/No] ");
+  EXPECT_EQ(shown.str(), "QNTR (question): Go on? [Yes/No]  [Yes/No]  [Yes/No]  [Yes/No] ");
 }
 
 TEST_F(AMessageBox, TakesTheEndOfTheInputForNo) {
@@ -80,8 +80,48 @@ TEST_F(AMessageBox, ThatWarnsIsAFailure) {
   EXPECT_TRUE(IsFailure(box::kWarning));
 }
 
-TEST_F(AMessageBox, ThatInformsIsNone) {
-  EXPECT_FALSE(IsFailure(box::kInformation + box::kSystemModal));
+TEST_F(AMessageBox, ThatInformsIsAFailureToo) {
+  EXPECT_TRUE(IsFailure(box::kInformation));
+  EXPECT_TRUE(IsFailure(box::kInformation + box::kSystemModal));
+  EXPECT_TRUE(IsFailure(box::kOkOnly));
+}
+
+TEST_F(AMessageBox, ThatTellsOfSuccessIsNone) {
+  EXPECT_FALSE(IsFailure(box::kInformation + box::kSystemModal, "done"));
+}
+
+TEST_F(AMessageBox, IsAFailureWhereNothingTellsOfSuccess) {
+  MessageBoxes boxes(typed, shown, Answers::kNo);
+
+  boxes.Show("done", box::kInformation, "QNTR");
+
+  EXPECT_TRUE(boxes.FailureShown());
+}
+
+TEST_F(AMessageBox, KeepsAFailureInMindAfterASuccess) {
+  MessageBoxes boxes(typed, shown, Answers::kNo, [](const std::string& text) { return text == "done"; });
+
+  boxes.Show("broken", box::kInformation, "QNTR");
+  boxes.Show("done", box::kInformation, "QNTR");
+
+  EXPECT_TRUE(boxes.FailureShown());
+}
+
+TEST_F(AMessageBox, ShowsItsSign) {
+  MessageBoxes boxes(typed, shown, Answers::kNo);
+
+  for (const int style : {0, 16, 48, 64, 4112, 4160, 4132}) boxes.Show("text", style, "QNTR");
+
+  EXPECT_EQ(shown.str(),
+            "QNTR: text\nQNTR (error): text\nQNTR (warning): text\nQNTR (information): text\nQNTR (error): text\n"
+            "QNTR (information): text\nQNTR (question): text [Yes/No] No\n");
+}
+
+TEST_F(AMessageBox, WithoutATextSaysSo) {
+  MessageBoxes(typed, shown, Answers::kNo).Show("", box::kCritical, "QNTR");
+
+  EXPECT_EQ(shown.str(), "QNTR (error): (no text)\n");
+  EXPECT_TRUE(IsFailure(box::kCritical, ""));
 }
 
 TEST_F(AMessageBox, ThatAsksIsNone) {
@@ -92,7 +132,7 @@ TEST_F(AMessageBox, ThatAsksIsNone) {
 TEST_F(AMessageBox, CannotSteerTheTerminal) {
   MessageBoxes(typed, shown, Answers::kNo).Show("a\x1b[2J\nb", box::kInformation, "QN\nTR");
 
-  EXPECT_EQ(shown.str(), "QN?TR: a?[2J\nb\n");
+  EXPECT_EQ(shown.str(), "QN?TR (information): a?[2J\nb\n");
 }
 
 }  // namespace

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "access/contracts/geometry.h"
+#include "access/contracts/platform.h"
+#include "hosts/vault/assembly_import.h"
+
+namespace quintara {
+
+struct VaultImportRequest {
+  std::string stepFile;  ///< absolute path
+  bool dryRun = false;   ///< splits and compares, changes nothing in the vault
+};
+
+/// What an import did, or would do.
+struct VaultImportReport {
+  AssemblyStructure structure;
+  std::vector<ImportedObject> objects;  ///< one for each definition
+};
+
+/// Splits a STEP file into a folder of its own, which goes at the end, and brings the assembly into the
+/// vault from there, as one transaction. Its classes are the first ones of the site's settings. Nothing is written
+/// anywhere else.
+VaultImportReport ImportIntoVault(const VaultImportRequest& request, EmbeddedVault& vault, Geometry& geometry,
+                                  Platform& platform, const Progress& progress);
+
+/// Whether two product files hold the same children: the same instance names, files and positions in the
+/// same order, under the same part number. Properties don't count. False for a file that can't be read.
+bool HoldTheSameChildren(const std::string& left, const std::string& right);
+
+}  // namespace quintara
