@@ -4,7 +4,8 @@
 packages_build="g++ cmake ninja-build ccache pkg-config=pkgconf
   libpugixml-dev libutf8proc-dev nlohmann-json3-dev libcli11-dev"
 packages_geometry="libocct-data-exchange-dev libtbb-dev libfontconfig-dev"
-packages_vault="libsoci-dev libboost-dev libsqlite3-dev libpq-dev"
+packages_vault="libsoci-dev libboost-dev libsqlite3-dev libpq-dev libssl-dev"
+packages_office="libreoffice-calc-nogui libreoffice-dev"
 packages_test="libgmock-dev postgresql"
 packages_bench="libbenchmark-dev"
 packages_pictures="xvfb libgl1-mesa-dri"
