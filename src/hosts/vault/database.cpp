@@ -19,6 +19,7 @@ namespace {
 
 constexpr std::string_view kSqlitePrefix = "sqlite:";
 constexpr std::string_view kPostgresPrefix = "postgresql://";
+constexpr auto kDatabase = "The vault's database";
 
 std::string MessageOf(const soci::soci_error& error) {
   std::string message = error.get_error_message();
@@ -26,21 +27,27 @@ std::string MessageOf(const soci::soci_error& error) {
   return message;
 }
 
-[[noreturn]] void ThrowDatabaseFailure(const soci::soci_error& error) {
+[[noreturn]] void ThrowDatabaseFailure(const std::string& database, const soci::soci_error& error) {
   const auto message = MessageOf(error);
   const bool locked =
       message.find("database is locked") != message.npos || message.find("lock timeout") != message.npos;
-  if (locked) throw Failure(failure::kPermissionDenied, "The vault's database is locked by another process");
-  throw Failure(failure::kDeviceError, "The vault's database: " + message);
+  if (locked) throw Failure(failure::kPermissionDenied, database + " is locked by another process");
+  throw Failure(failure::kDeviceError, database + ": " + message);
 }
 
 template <class Body>
-auto Guarded(Body&& body) {
+auto Guarded(const std::string& database, Body&& body) {
   try {
     return std::forward<Body>(body)();
   } catch (const soci::soci_error& error) {
-    ThrowDatabaseFailure(error);
+    ThrowDatabaseFailure(database, error);
   }
+}
+
+// For messages. The address of a server is left out, since it may hold a password.
+std::string DatabaseNamed(const std::string& connection) {
+  if (!connection.starts_with(kSqlitePrefix)) return kDatabase;
+  return kDatabase + (" \"" + connection.substr(kSqlitePrefix.size())) + "\"";
 }
 
 // SOCI names its placeholders; ours are told apart by their places.
@@ -70,12 +77,13 @@ std::unique_ptr<soci::session> ConnectedToPostgres(const std::string& connection
   try {
     return std::make_unique<soci::session>(*factory_postgresql(), target);
   } catch (const soci::soci_error& error) {
-    throw Failure(failure::kDeviceError, "The vault's database: " + WithoutSecretsOf(connection, MessageOf(error)));
+    throw Failure(failure::kDeviceError,
+                  std::string(kDatabase) + ": " + WithoutSecretsOf(connection, MessageOf(error)));
   }
 }
 
 std::unique_ptr<soci::session> Connected(const std::string& connection) {
-  return Guarded([&] {
+  return Guarded(DatabaseNamed(connection), [&] {
     if (connection.starts_with(kPostgresPrefix)) return ConnectedToPostgres(connection);
     if (!connection.starts_with(kSqlitePrefix)) {
       throw Failure(failure::kInvalidCall, "A vault's database is \"sqlite:PATH\" or \"postgresql://...\"");
@@ -158,7 +166,9 @@ struct Database::Statements {
 };
 
 Database::Database(const std::string& connection)
-    : postgres_(connection.starts_with(kPostgresPrefix)), statements_(std::make_unique<Statements>()) {
+    : postgres_(connection.starts_with(kPostgresPrefix)),
+      name_(DatabaseNamed(connection)),
+      statements_(std::make_unique<Statements>()) {
   statements_->session = Connected(connection);
   if (postgres_) {
     ExecuteOnce("SET client_min_messages = warning");
@@ -210,7 +220,7 @@ Database::Prepared& Database::PreparedFor(std::string_view columns, const std::s
 std::vector<SqlRow> Database::Query(std::string_view columns, const std::string& sql,
                                     const std::vector<SqlValue>& values) {
   RequireTexts(values);
-  return Guarded([&] {
+  return Guarded(name_, [&] {
     auto& prepared = PreparedFor(columns, sql, values);
     prepared.Bind(values);
     std::vector<SqlRow> rows;
@@ -229,7 +239,7 @@ SqlValue Database::QueryOne(ColumnType type, const std::string& sql, const std::
 
 void Database::Execute(const std::string& sql, const std::vector<SqlValue>& values) {
   RequireTexts(values);
-  Guarded([&] {
+  Guarded(name_, [&] {
     auto& prepared = PreparedFor({}, sql, values);
     prepared.Bind(values);
     prepared.statement.execute(true);
@@ -238,7 +248,7 @@ void Database::Execute(const std::string& sql, const std::vector<SqlValue>& valu
 
 void Database::ExecuteOnce(const std::string& sql) {
   ++count_;
-  Guarded([&] { *statements_->session << sql; });
+  Guarded(name_, [&] { *statements_->session << sql; });
 }
 
 bool Database::Begin(bool wait) {

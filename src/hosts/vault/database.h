@@ -62,6 +62,7 @@ class Database {
   bool LockAlone(bool wait);
 
   bool postgres_;
+  std::string name_;  ///< for messages
   std::int64_t count_ = 0;
   std::unique_ptr<Statements> statements_;
 };

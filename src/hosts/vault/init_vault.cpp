@@ -18,6 +18,7 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr auto kFolderFile = "vault.xml";
+constexpr auto kFolderRoot = "Vault";
 constexpr auto kDatabaseFile = "vault.sqlite";
 
 std::string In(const std::string& folder, const std::string& name) {
@@ -64,7 +65,7 @@ std::string FolderPath(const std::string& folder) {
 
 std::string FolderText(const VaultPlan& plan) {
   XmlDocument document;
-  auto root = document.Node().append_child("Vault");
+  auto root = document.Node().append_child(kFolderRoot);
   root.append_attribute("Connection") = plan.connection.c_str();
   root.append_attribute("Store") = plan.store.empty() ? "" : vault::NormalPath(plan.store).c_str();
   return document.Text();
@@ -130,8 +131,15 @@ VaultFolder ReadVaultFolder(const std::string& folder, FileContents& files) {
   if (!document.Parse(files.Read(path)) || vault::FileNameOf(absolute).empty()) {
     throw Failure(failure::kInvalidFormat, "The file \"" + path + "\" is broken: " + document.ParseError().reason);
   }
+  if (document.Root().name() != std::string(kFolderRoot)) {
+    throw Failure(failure::kInvalidFormat, "The file \"" + path + "\" doesn't describe a vault");
+  }
   const std::string connection = document.Root().attribute("Connection").value();
   const std::string store = document.Root().attribute("Store").value();
+  // Opening would make an empty one.
+  if (const auto file = In(absolute, kDatabaseFile); connection.empty() && !fs::exists(ToPath(file), ignored)) {
+    throw Failure(failure::kFileNotFound, "The vault's database \"" + file + "\" is missing");
+  }
   return {absolute, connection.empty() ? "sqlite:" + In(absolute, kDatabaseFile) : connection,
           store.empty() ? In(absolute, "store") : store, In(absolute, "base")};
 }

@@ -115,6 +115,43 @@ TEST(VaultJoining, PostgresNeedsTheStoreAndSharesAll) {
   EXPECT_EQ(second.FileOf(same), "bytes");
 }
 
+class VaultOpening : public VaultTest<OnSqlite> {
+ protected:
+  // What opening the vault ends with after one of its files was given these bytes.
+  Failure OpenedWith(const std::string& file, const std::string& bytes) {
+    vault.reset();
+    folder.Write("quintara.vault/" + file, bytes);
+    return FailureOf([&] { Open(); });
+  }
+};
+
+TEST_F(VaultOpening, AMissingDatabaseIsNamedAndNotMadeAnew) {
+  vault.reset();
+  for (const auto* name : {"vault.sqlite", "vault.sqlite-wal", "vault.sqlite-shm"}) {
+    std::filesystem::remove(folder.Path("quintara.vault/" + std::string(name)));
+  }
+
+  const auto failure = FailureOf([&] { Open(); });
+
+  EXPECT_THAT(failure, FailsWith(failure::kFileNotFound));
+  EXPECT_THAT(failure.Description(), testing::HasSubstr(folder.Path("quintara.vault/vault.sqlite")));
+  EXPECT_FALSE(folder.Has("quintara.vault/vault.sqlite"));
+}
+
+TEST_F(VaultOpening, ADatabaseThatIsNoneIsNamed) {
+  const auto failure = OpenedWith("vault.sqlite", std::string(4096, 'x'));
+
+  EXPECT_THAT(failure, FailsWith(failure::kDeviceError));
+  EXPECT_THAT(failure.Description(), testing::HasSubstr(folder.Path("quintara.vault/vault.sqlite")));
+}
+
+TEST_F(VaultOpening, AFolderFileOfAnotherKindIsNamed) {
+  const auto failure = OpenedWith("vault.xml", "<Product Connection=\"\" Store=\"\"/>");
+
+  EXPECT_THAT(failure, FailsWith(failure::kInvalidFormat));
+  EXPECT_THAT(failure.Description(), testing::HasSubstr(folder.Path("quintara.vault/vault.xml")));
+}
+
 TEST(VaultFolders, TheFileWithTheConnectionIsForItsOwnerAlone) {
   VaultBase base({});
   InitVault(base.Plan(), *base.files);
