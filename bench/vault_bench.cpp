@@ -29,15 +29,16 @@ constexpr int kQueries = 1000;
 Ref<veldora::VdObject> MakeStructure(EmbeddedVault& vault, int links) {
   std::vector<Ref<veldora::VdObject>> level;
   vault.InTransaction([&] {
-    int made = 0;
-    const auto add = [&](const std::string& className) {
-      return vault.AddObject(className, {{"NM_CN_PART_NUMBER", "N" + std::to_string(made++)}}, {});
+    const auto objects = static_cast<std::size_t>(links) + 1;
+    const auto add = [&vault](std::size_t number) {
+      return vault.AddObject("ZORVA Product", {{"NM_CN_PART_NUMBER", "N" + std::to_string(number)}}, {});
     };
-    level.push_back(add("ZORVA Product"));
-    const auto root = level.front();
-    for (std::size_t next = 0; made <= links; ++next) {
+    level.push_back(add(0));
+    for (std::size_t next = 0; level.size() < objects; ++next) {
       std::vector<EmbeddedVault::Component> components;
-      while (components.size() < kFan && made <= links) components.push_back({add("ZORVA Product"), 1});
+      while (components.size() < kFan && level.size() + components.size() < objects) {
+        components.push_back({add(level.size() + components.size()), 1});
+      }
       vault.SetStructure(level[next], components);
       for (const auto& component : components) level.push_back(component.object);
     }
