@@ -7,6 +7,7 @@
 
 #include "access/contracts/veldora.h"
 #include "apps/quintara/cli_fixture.h"
+#include "base/text.h"
 #include "hosts/native/native_files.h"
 #include "hosts/vault/embedded_vault.h"
 
@@ -24,6 +25,11 @@ class VaultCli : public Cli {
     if (made.exitCode != kDone) throw std::runtime_error("the vault could not be made: " + made.errors);
   }
   std::string Folder() const { return elsewhere.Path("quintara.vault"); }
+  /// The work directory that the vault keeps for "admin", or the path of a file in it.
+  std::string AdminPath(const std::string& fileName = {}) const {
+    auto path = ToPath(Folder()) / "work" / "admin";
+    return FromPath(fileName.empty() ? path : path / ToPath(fileName));
+  }
 
   /// Runs a verb on that vault.
   Outcome Run(std::vector<std::string> arguments) {

@@ -295,11 +295,11 @@ TEST_F(FindingTheVault, LeavesVerbsOnFilesAlone) {
 class TheUser : public VaultCli {};
 
 TEST_F(TheUser, HasAWorkDirectoryInTheVault) {
-  EXPECT_THAT(Run({"matrix", "gone"}).errors, HasSubstr("'" + Folder() + "/work/admin'"));
+  EXPECT_THAT(Run({"matrix", "gone"}).errors, HasSubstr("'" + AdminPath() + "'"));
 
   Run({"ls"});
 
-  EXPECT_TRUE(fs::is_directory(ToPath(Folder() + "/work/admin")));
+  EXPECT_TRUE(fs::is_directory(ToPath(AdminPath())));
 }
 
 TEST_F(TheUser, FindsFilesWrittenToTheWorkDirectory) {
@@ -307,7 +307,7 @@ TEST_F(TheUser, FindsFilesWrittenToTheWorkDirectory) {
 
   EXPECT_EQ(Run({"matrix", work.Path("small.ZVAProduct")}).exitCode, kDone);
 
-  EXPECT_TRUE(fs::exists(ToPath(Folder() + "/work/admin/small Matrix.xml")));
+  EXPECT_TRUE(fs::exists(ToPath(AdminPath("small Matrix.xml"))));
 }
 
 TEST_F(TheUser, WhoIsUnknownLeavesNothingBehind) {
