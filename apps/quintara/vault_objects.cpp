@@ -1,6 +1,5 @@
 #include "quintara/vault_objects.h"
 
-#include <array>
 #include <charconv>
 #include <cstdint>
 #include <optional>
@@ -101,9 +100,7 @@ TextTable AttributesOf(const Ref<veldora::VdObject>& object) {
 }
 
 std::string StateText(const Listed& object) {
-  constexpr std::array kStates{"new", "checked in", "checked out", "released", "obsolete"};
-  if (object.state < 0 || object.state >= static_cast<int>(kStates.size())) return std::to_string(object.state);
-  const std::string text = kStates[static_cast<std::size_t>(object.state)];
+  const auto text = StateName(object.state);
   const bool isHeld = object.state == veldora::state::kCheckedOut && !object.owner.empty();
   return isHeld ? text + " (" + object.owner + ")" : text;
 }

@@ -35,9 +35,9 @@ constexpr std::array kRead = {
 void CheckSetting(CommandContext& context, const ReadSetting& setting, const std::string& value) {
   if (value.empty()) return context.Complain("the setting " + std::string(setting.name) + " is missing");
   if (!setting.namesClasses) return;
-  const auto meta = Process().gSession->MetaInfo();
+  const auto classes = Process().gSession->MetaInfo()->Classes();
   for (const auto& name : Split(value, ',')) {
-    if (meta->Classes()->Find(name) || meta->ClassByTable(name)) continue;
+    if (classes->Find(name)) continue;
     context.Complain("the setting " + std::string(setting.name) + " names '" + name +
                      "', which is no class of the vault");
   }

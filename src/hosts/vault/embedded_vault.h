@@ -104,6 +104,9 @@ class LogOnRefused : public Failure {
   using Failure::Failure;
 };
 
+/// What a user calls a state: "checked in".
+std::string StateName(int value);
+
 /// The embedded vault: an SQL database and a store of files behind the contract of the vault. Every
 /// operation of the contract passes the gate. One thread; any number of processes.
 class EmbeddedVault {

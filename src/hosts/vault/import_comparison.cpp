@@ -11,7 +11,7 @@
 #include "base/text.h"
 #include "hosts/vault/deposits.h"
 #include "hosts/vault/file_names.h"
-#include "hosts/vault/life_cycle.h"
+#include "hosts/vault/object_storage.h"
 #include "hosts/vault/schema_setup.h"
 #include "hosts/vault/sha256.h"
 
@@ -60,7 +60,7 @@ const ClassInfo& ClassNamed(const Schema& schema, const std::string& name, const
   return *info;
 }
 
-// Rows whose ids are among `ids`, with statements of one length.
+// Rows whose ids are among `ids`, with statements of one length: the last id fills a list up.
 template <class Take>
 void QueryTogether(Database& database, std::string_view columns, const std::string& sql,
                    const std::vector<std::int64_t>& ids, Take&& take) {
@@ -84,7 +84,7 @@ class Finder {
   /// One list for each definition.
   std::vector<std::vector<PresentObject>> Run() {
     for (const auto& info : core_.TheSchema().Classes()) {
-      if (info->IsVersioned() && info->table != kDocumentTable) FindIn(*info);
+      if (IsComponentClass(*info)) FindIn(*info);
     }
     return std::move(found_);
   }
@@ -106,9 +106,8 @@ class Finder {
     const std::string sql =
         "SELECT o.object_id, o.class_id, o.identity, c.\"NM_CN_PART_NUMBER\", c.\"REVISION\", "
         "c.\"CAD_REF_FILE_NAME\", c.\"STATE\", o.deposit_id FROM " +
-        Quoted(info.table) +
-        " c JOIN vd_object o ON o.object_id = c.\"OBJECT_ID\" WHERE NOT EXISTS (SELECT 1 FROM vd_object n WHERE "
-        "n.class_id = o.class_id AND n.identity = o.identity AND n.version > o.version) AND c.\"OBJECT_ID\"";
+        Quoted(info.table) + " c JOIN vd_object o ON o.object_id = c.\"OBJECT_ID\" WHERE " + kIsNewest +
+        " AND c.\"OBJECT_ID\"";
     QueryTogether(core_.Data(), "iittttii", sql, IdsIn(info), [&](const SqlRow& row) {
       PresentObject present{static_cast<std::int32_t>(IntegerOf(row[0])),
                             static_cast<std::int16_t>(IntegerOf(row[1])),
@@ -118,9 +117,8 @@ class Finder {
                             TextOf(row[5]),
                             static_cast<int>(IntegerOf(row[6])),
                             IntegerOf(row[7])};
-      auto& list = found_[numbers_.at(Capitals(present.partNumber))];
-      // The last id fills a list up, and so may come twice.
-      if (list.empty() || list.back().id != present.id) list.push_back(std::move(present));
+      const auto definition = numbers_.at(Capitals(present.partNumber));
+      found_[definition].push_back(std::move(present));
     });
   }
 

@@ -13,12 +13,18 @@
 #include "hosts/vault/sequences.h"
 #include "hosts/vault/working_copies.h"
 
-namespace quintara::vault {
+namespace quintara {
+
+std::string StateName(int value) {
+  constexpr std::array<const char*, 5> kStateNames = {"new", "checked in", "checked out", "released", "obsolete"};
+  return value >= 0 && value < static_cast<int>(kStateNames.size()) ? kStateNames[static_cast<std::size_t>(value)]
+                                                                    : "in no state";
+}
+
+namespace vault {
 namespace {
 
 namespace state = veldora::state;
-
-constexpr std::array<const char*, 5> kStateNames = {"new", "checked in", "checked out", "released", "obsolete"};
 
 std::vector<int> StatesFor(const std::string& name, bool fromCheckedIn = false) {
   if (name == operation::kCheckOut) return {state::kCheckedIn};
@@ -97,11 +103,6 @@ void InsertNextRevision(const ObjectData& from, ObjectData& next) {
 
 }  // namespace
 
-std::string StateName(int value) {
-  return value >= 0 && value < static_cast<int>(kStateNames.size()) ? kStateNames[static_cast<std::size_t>(value)]
-                                                                    : "in no state";
-}
-
 void CheckOut(ObjectData& object) {
   Move(object, operation::kCheckOut, state::kCheckedOut, true);
 }
@@ -154,4 +155,5 @@ std::int32_t NewestRevision(const ObjectData& object) {
       {std::int64_t{row.classId}, row.identity})));
 }
 
-}  // namespace quintara::vault
+}  // namespace vault
+}  // namespace quintara

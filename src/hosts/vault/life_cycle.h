@@ -18,9 +18,6 @@ inline constexpr auto kCopyFile = "CopyFile";
 inline constexpr auto kView = "VIEW OBJECT";
 }  // namespace operation
 
-/// What a user calls a state: "checked in".
-std::string StateName(int value);
-
 /// Each of these runs in a transaction of its own and fails, changing nothing, where the state or the
 /// user's rights forbid it.
 void CheckOut(ObjectData& object);

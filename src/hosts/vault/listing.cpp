@@ -63,10 +63,6 @@ void SelectListed(Core& core, const ClassInfo& info, const Selection& selection,
   for (const auto& row : rows) take(ListedOf(info, row), row);
 }
 
-bool IsComponentClass(const ClassInfo& info) {
-  return info.IsVersioned() && info.table != kDocumentTable;
-}
-
 // Part numbers are compared byte by byte, since the two databases sort texts in two ways.
 void Sort(std::vector<Listed>& listed) {
   std::ranges::sort(listed, {}, [](const Listed& one) {
@@ -84,10 +80,6 @@ std::vector<Listed> Components(Core& core, const Selection& selection) {
   Sort(found);
   return found;
 }
-
-constexpr auto kIsNewest =
-    "NOT EXISTS (SELECT 1 FROM vd_object n WHERE n.class_id = o.class_id AND n.identity = o.identity AND n.version > "
-    "o.version)";
 
 void AddLinks(Core& core, std::int32_t self, bool goesOut, std::vector<EmbeddedVault::Linked>& links) {
   const std::string end = goesOut ? "l.to_object" : "l.from_object";

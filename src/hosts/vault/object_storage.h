@@ -13,6 +13,11 @@ namespace quintara::vault {
 
 using AttributeValues = std::map<std::string, SqlValue>;
 
+/// The condition that the object "o" of a statement is the newest revision.
+inline constexpr auto kIsNewest =
+    "NOT EXISTS (SELECT 1 FROM vd_object n WHERE n.class_id = o.class_id AND n.identity = o.identity AND n.version > "
+    "o.version)";
+
 /// What the vault keeps of an object beside its attributes.
 struct ObjectRow {
   std::int16_t classId = 0;

@@ -2,6 +2,7 @@
 
 #include "hosts/vault/database.h"
 #include "hosts/vault/embedded_vault.h"
+#include "hosts/vault/schema.h"
 
 namespace quintara::vault {
 
@@ -14,5 +15,10 @@ inline constexpr auto kProductTable = "ZORVA_PRODUCT";
 inline constexpr auto kPartTable = "ZORVA_PART";
 inline constexpr auto kDocumentTable = "DOCUMENT";
 inline constexpr auto kPartNumberAttribute = "NM_CN_PART_NUMBER";
+
+/// True for a class whose objects are products or parts, and no documents.
+inline bool IsComponentClass(const ClassInfo& info) {
+  return info.IsVersioned() && info.table != kDocumentTable;
+}
 
 }  // namespace quintara::vault

@@ -42,13 +42,13 @@ TEST_F(SessionVerb, TellsWhatASessionReads) {
 
   EXPECT_EQ(outcome.exitCode, kDone);
   EXPECT_THAT(outcome.errors, IsEmpty());
-  EXPECT_THAT(outcome.out,
-              AllOf(HasSubstr("work directory          " + Folder() + "/work/admin\n"),
-                    HasSubstr("language                EN\n"), HasSubstr("QD CLASS_PRODUCTS       'ZORVA Product'\n"),
-                    HasSubstr("QD CLASS_PARTS          'ZORVA Part'\n"),
-                    HasSubstr("COMMON PART_NUMBER      'NM_CN_PART_NUMBER'\n"),
-                    HasSubstr("QD TREE_VIEW            'NM_CN_PART_NUMBER,REVISION'\n"),
-                    HasSubstr("QD TREE_VIEW_SEPARATOR  ' - '\n"), Not(HasSubstr("not set"))));
+  EXPECT_THAT(
+      outcome.out,
+      AllOf(HasSubstr("work directory          " + AdminPath() + "\n"), HasSubstr("language                EN\n"),
+            HasSubstr("QD CLASS_PRODUCTS       'ZORVA Product'\n"), HasSubstr("QD CLASS_PARTS          'ZORVA Part'\n"),
+            HasSubstr("COMMON PART_NUMBER      'NM_CN_PART_NUMBER'\n"),
+            HasSubstr("QD TREE_VIEW            'NM_CN_PART_NUMBER,REVISION'\n"),
+            HasSubstr("QD TREE_VIEW_SEPARATOR  ' - '\n"), Not(HasSubstr("not set"))));
 }
 
 TEST_F(SessionVerb, SpeaksTheLanguageAsked) {
@@ -102,6 +102,15 @@ TEST_F(SessionVerb, NamesAClassThatIsNotThere) {
 
   EXPECT_EQ(outcome.exitCode, kFailed);
   EXPECT_THAT(outcome.errors, HasSubstr("the setting QD CLASS_PARTS names 'Teil'"));
+}
+
+TEST_F(SessionVerb, TakesTheNameOfATableForNoClass) {
+  Run({"settings", "COMMON", "TABLE_DOCUMENTS", "DOCUMENT"});
+
+  const auto outcome = Start();
+
+  EXPECT_EQ(outcome.exitCode, kFailed);
+  EXPECT_THAT(outcome.errors, HasSubstr("the setting COMMON TABLE_DOCUMENTS names 'DOCUMENT'"));
 }
 
 TEST_F(SessionVerb, NeedsAVault) {
