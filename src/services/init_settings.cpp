@@ -6,6 +6,7 @@
 #include "base/attempt.h"
 #include "base/counter16.h"
 #include "base/text.h"
+#include "base/trimmed.h"
 #include "services/Cls_AdminSettings.h"
 #include "services/Cls_Init.h"
 
@@ -52,11 +53,6 @@ constexpr std::array kNumberSettings = {
     NumberSetting{kCommon, "FONT_BOLD", &ProcessGlobals::gFontBold},
     NumberSetting{kCommon, "FONT_ITALIC", &ProcessGlobals::gFontItalic},
 };
-
-std::string WithoutBlanksAround(const std::string& text) {
-  const auto first = text.find_first_not_of(' ');
-  return first == text.npos ? std::string() : text.substr(first, text.find_last_not_of(' ') - first + 1);
-}
 
 void NameAttributes(ProcessGlobals& process) {
   process.OBJECT_ID = "OBJECT_ID";
@@ -110,7 +106,7 @@ bool Cls_Init::InitAdminSettings(const Ref<veldora::VdSession>& /*VdSession*/) {
     ReadSettings(process, kOwn, section(kOwn));
     process.gTreeViewAttributes.clear();
     for (const auto& name : Split(process.gTreeView, ',')) {
-      process.gTreeViewAttributes.push_back(WithoutBlanksAround(name));
+      process.gTreeViewAttributes.emplace_back(Trimmed(name, " "));
     }
     return true;
   });

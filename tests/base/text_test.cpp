@@ -1,4 +1,5 @@
 #include "base/text.h"
+#include "base/trimmed.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -119,6 +120,20 @@ TEST(CodePage1252, GivesEveryByteBack) {
 
 TEST(Paths, KeepUtf8) {
   EXPECT_EQ(FromPath(ToPath("Geh\xC3\xA4use \xE9\x83\xA8.stp")), "Geh\xC3\xA4use \xE9\x83\xA8.stp");
+}
+
+TEST(Trimmed, LosesBlanksAtBothEndsOnly) {
+  EXPECT_EQ(Trimmed(" \t a b \r\n"), "a b");
+  EXPECT_EQ(Trimmed("a"), "a");
+}
+
+TEST(Trimmed, IsEmptyWhereThereAreBlanksOnly) {
+  EXPECT_EQ(Trimmed(" \n"), "");
+  EXPECT_EQ(Trimmed(""), "");
+}
+
+TEST(Trimmed, LosesOnlyWhatCountsAsBlank) {
+  EXPECT_EQ(Trimmed(" \ta ", " "), "\ta");
 }
 
 }  // namespace

@@ -11,6 +11,7 @@
 #include "base/counter16.h"
 #include "base/numbers.h"
 #include "base/text.h"
+#include "base/trimmed.h"
 
 namespace quintara {
 namespace {
@@ -22,10 +23,7 @@ constexpr std::int16_t kAnyClass = 0;
 
 // The numbers that a property may hold: a finite decimal with an optional sign, and blanks around it.
 std::optional<double> NumberIn(std::string_view text) {
-  constexpr std::string_view kBlanks = " \t\r\n";
-  const auto first = text.find_first_not_of(kBlanks);
-  if (first == std::string_view::npos) return {};
-  text = text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
+  text = Trimmed(text);
   if (text.starts_with('+') && !text.starts_with("+-")) text.remove_prefix(1);
   return TryToDouble(text);
 }

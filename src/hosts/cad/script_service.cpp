@@ -1,5 +1,6 @@
 #include <string_view>
 
+#include "base/trimmed.h"
 #include "hosts/cad/application.h"
 #include "hosts/cad/session.h"
 
@@ -8,20 +9,13 @@ namespace {
 
 constexpr int kMacroProject = 2;
 
-std::string_view Trimmed(std::string_view line) {
-  constexpr std::string_view kBlanks = " \t\r";
-  line = line.substr(0, line.find('#'));
-  const auto first = line.find_first_not_of(kBlanks);
-  if (first == line.npos) return {};
-  return line.substr(first, line.find_last_not_of(kBlanks) - first + 1);
-}
-
 bool Lists(std::string_view project, const std::string& procedure) {
   constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
   if (project.starts_with(kByteOrderMark)) project.remove_prefix(kByteOrderMark.size());
   while (!project.empty()) {
     const auto end = project.find('\n');
-    if (Trimmed(project.substr(0, end)) == procedure) return true;
+    const auto line = project.substr(0, end);
+    if (Trimmed(line.substr(0, line.find('#'))) == procedure) return true;
     project.remove_prefix(end == project.npos ? project.size() : end + 1);
   }
   return false;

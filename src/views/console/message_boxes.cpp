@@ -6,6 +6,7 @@
 
 #include "access/contracts/platform.h"
 #include "base/text.h"
+#include "base/trimmed.h"
 #include "views/console/screen_text.h"
 #include "views/console/waiting_input.h"
 
@@ -23,13 +24,6 @@ const char* SignOf(int style) {
     case box::kInformation: return " (information)";
     default: return "";
   }
-}
-
-std::string Trimmed(const std::string& text) {
-  constexpr auto kBlanks = " \t\r\n";
-  const auto first = text.find_first_not_of(kBlanks);
-  if (first == std::string::npos) return {};
-  return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
 }
 
 bool Means(const std::string& typed, const std::string& button) {
@@ -71,7 +65,7 @@ int MessageBoxes::Ask(const Choice& choice) {
   out_ << std::flush;
   const WaitingInput waiting;
   for (std::string line; std::getline(in_, line); out_ << question << std::flush) {
-    const auto typed = Trimmed(line);
+    const std::string typed(Trimmed(line));
     if (Means(typed, choice.accept)) return choice.accepted;
     if (Means(typed, choice.refuse)) return choice.refused;
   }

@@ -4,18 +4,12 @@
 #include <istream>
 #include <ostream>
 
+#include "base/trimmed.h"
 #include "views/console/screen_text.h"
 #include "views/console/waiting_input.h"
 
 namespace quintara {
 namespace {
-
-std::string Trimmed(const std::string& text) {
-  constexpr auto kBlanks = " \t\r\n";
-  const auto first = text.find_first_not_of(kBlanks);
-  if (first == std::string::npos) return {};
-  return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
-}
 
 std::optional<std::size_t> NumberUpTo(std::size_t last, const std::string& text) {
   std::size_t number = 0;
@@ -48,7 +42,7 @@ std::optional<std::size_t> AskChoice(std::istream& in, std::ostream& out, const 
   const WaitingInput waiting;
   const auto question = "Number, or nothing for none [1-" + std::to_string(lines.size()) + "] ";
   for (std::string line; (out << question << std::flush) && std::getline(in, line);) {
-    const auto typed = Trimmed(line);
+    const std::string typed(Trimmed(line));
     if (typed.empty()) return std::nullopt;
     if (const auto number = NumberUpTo(lines.size(), typed)) return *number - 1;
   }
