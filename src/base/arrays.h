@@ -10,17 +10,12 @@
 namespace quintara {
 
 /// The element at a zero-based index; failure 9, "Subscript out of range", outside the array.
-template <class T, std::integral Index>
-T& ElementAt(std::vector<T>& array, Index index) {
+template <class Array, std::integral Index>
+auto& ElementAt(Array& array, Index index) {
   if (std::cmp_less(index, 0) || std::cmp_greater_equal(index, array.size())) {
     throw Failure(failure::kSubscriptOutOfRange);
   }
   return array[static_cast<std::size_t>(index)];
-}
-
-template <class T, std::integral Index>
-const T& ElementAt(const std::vector<T>& array, Index index) {
-  return ElementAt(const_cast<std::vector<T>&>(array), index);
 }
 
 /// The index of the last element. An array without elements has no bounds: failure 9.

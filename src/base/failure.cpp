@@ -21,9 +21,13 @@ const char* StandardText(int number) {
     case failure::kPathNotFound: return "Path not found";
     case failure::kObjectNotSet: return "Object variable or With block variable not set";
     case failure::kInvalidFormat: return "Invalid file format";
+    case failure::kObjectUnloaded: return "Object was unloaded";
+    case failure::kInvalidPropertyValue: return "Invalid property value";
     case failure::kCannotCreateObject: return "ActiveX component can't create object";
     case failure::kNoSuchMember: return "Object doesn't support this property or method";
+    case failure::kDuplicateKey: return "This key is already associated with an element of this collection";
     case failure::kServerGone: return "The remote server machine does not exist or is unavailable";
+    case failure::kElementNotFound: return "Element not found";
     default: return "Application-defined or object-defined error";
   }
 }

@@ -21,10 +21,14 @@ inline constexpr int kPathAccess = 75;
 inline constexpr int kPathNotFound = 76;
 inline constexpr int kObjectNotSet = 91;
 inline constexpr int kInvalidFormat = 321;
+inline constexpr int kObjectUnloaded = 364;
+inline constexpr int kInvalidPropertyValue = 380;
 inline constexpr int kCannotCreateObject = 429;
 inline constexpr int kNoSuchMember = 438;
+inline constexpr int kDuplicateKey = 457;
 inline constexpr int kServerGone = 462;
 inline constexpr int kRefused = 1004;
+inline constexpr int kElementNotFound = 35601;
 }  // namespace failure
 
 /// The one thing that is thrown across a contract: a number and a description for the user.

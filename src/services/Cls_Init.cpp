@@ -208,4 +208,10 @@ bool Cls_Init::InitTrans() {
   });
 }
 
+bool StartCommand() {
+  auto& init = Process().gClsInit;
+  if (!init) init = std::make_shared<Cls_Init>();
+  return init->Init();
+}
+
 }  // namespace quintara

@@ -70,4 +70,7 @@ class Cls_Init {
   bool LoadTexts();
 };
 
+/// What every command begins with: `Init` of the instance in `gClsInit`, made where there is none.
+bool StartCommand();
+
 }  // namespace quintara

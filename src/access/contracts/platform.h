@@ -1,9 +1,11 @@
 #pragma once
 
+#include <memory>
 #include <string>
 #include <string_view>
 
 #include "access/contracts/any_object.h"
+#include "access/contracts/dialog.h"
 #include "access/contracts/file_system.h"
 
 namespace quintara {
@@ -44,6 +46,9 @@ class Platform {
 
   /// Shows a message box and waits for its answer, a button code.
   virtual int ShowBox(const std::string& text, int style, const std::string& title) = 0;
+  /// A view of one dialog, made hidden; `events` must outlive it until `OnUnloaded`. Fails with 429 where there
+  /// is no user interface.
+  virtual std::shared_ptr<dialog::View> NewView(const dialog::Layout& layout, dialog::Events& events) = 0;
 
   /// The value of an environment variable; empty when it isn't set.
   virtual std::string Environment(const std::string& name) = 0;

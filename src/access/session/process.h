@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "access/contracts/any_object.h"
+#include "access/contracts/dialog.h"
 #include "access/session/matrix_type.h"
 #include "access/session/texts.h"
 #include "base/ref.h"
@@ -15,6 +16,12 @@ namespace quintara {
 class Cls_AdminSettings;
 class Cls_Init;
 class Cls_Utils;
+
+/// A dialog that is loaded: whoever owns its rules, and its window.
+struct LoadedDialog {
+  std::shared_ptr<dialog::Events> owner;
+  std::shared_ptr<dialog::View> view;
+};
 
 /// What the commands of a process share. Commands run one at a time, on one thread.
 struct ProcessGlobals {
@@ -32,6 +39,23 @@ struct ProcessGlobals {
   std::shared_ptr<Cls_Init> gClsInit;
   std::shared_ptr<Cls_Utils> gClsUtils;
   std::shared_ptr<Cls_AdminSettings> gClsAdminSettings;
+
+  // Kept here a dialog lives until it is unloaded, whoever else holds it. The latest one is last.
+  std::vector<LoadedDialog> gLoadedDialogs;
+
+  // What a user chose in the vault, and what has become of the work in progress made of it.
+  std::int32_t gCurrentObjectId = 0;
+  std::int16_t gCurrentClassId = 0;
+  bool gWIPCancelled = false;  ///< no finished one, so nothing is positioned
+  std::string gWIPPartNumber;
+
+  // Nodes of the review tree, 0 for none: where the last search ended and where the next one starts.
+  int FoundNode = 0;
+  int PreviousFoundNode = 0;
+
+  // What the making of a work in progress leaves for its positioning.
+  bool gAllInstancesRequested = false;  ///< a component for each instance of a part, not one for all
+  bool gSkipPositioning = false;        ///< the whole product came in as one component: nothing to place
 
   // Settings of the section "COMMON".
   std::string gAttrPartNumber;
@@ -74,7 +98,7 @@ struct ProcessGlobals {
 /// with the process may still write to them.
 ProcessGlobals& Process();
 
-/// Puts all globals back to the state of a fresh process.
+/// Unloads what dialogs are left, and puts all globals back to the state of a fresh process.
 void ResetProcess();
 
 }  // namespace quintara

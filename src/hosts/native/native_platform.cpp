@@ -60,6 +60,10 @@ void NativePlatform::RegisterMaker(const std::string& programName, Maker maker) 
   makers_[Capitals(programName)] = std::move(maker);
 }
 
+void NativePlatform::SetViewMaker(ViewMaker maker) {
+  makeView_ = std::move(maker);
+}
+
 void NativePlatform::OnSleep(std::function<void()> listener) {
   onSleep_.push_back(std::move(listener));
 }
@@ -92,6 +96,11 @@ FileContents& NativePlatform::Contents() {
 
 int NativePlatform::ShowBox(const std::string& text, int style, const std::string& title) {
   return showBox_ ? showBox_(text, style, title) : AnswerOfNobody(style);
+}
+
+std::shared_ptr<dialog::View> NativePlatform::NewView(const dialog::Layout& layout, dialog::Events& events) {
+  if (makeView_) return makeView_(layout, events);
+  throw Failure(failure::kCannotCreateObject, "No user interface to show \"" + layout.name + "\"");
 }
 
 std::string NativePlatform::Environment(const std::string& name) {

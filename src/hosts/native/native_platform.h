@@ -12,16 +12,17 @@
 namespace quintara {
 
 /// The platform without the closed systems: a table of running objects in this process, the files
-/// of this machine, and boxes that whoever made the platform answers. `Attach`, `Create` and
+/// of this machine, and boxes and views that whoever made the platform answers. `Attach`, `Create` and
 /// `LogEvent` pass the gate, as all operations on files do. The rest passes none: boxes go to their
-/// handler and sleeps to their listeners, which can record them and fail themselves, and reading the
-/// environment and the locale or handing out the file objects can't fail.
+/// handler, views to their maker and sleeps to their listeners, which can record them and fail
+/// themselves, and reading the environment and the locale or handing out the file objects can't fail.
 class NativePlatform : public Platform {
  public:
   /// Answers a box with a button code. Without a handler a box is answered with No or Cancel where
   /// it has such a button, else with OK.
   using BoxHandler = std::function<int(const std::string& text, int style, const std::string& title)>;
   using Maker = std::function<Ref<AnyObject>()>;
+  using ViewMaker = std::function<std::shared_ptr<dialog::View>(const dialog::Layout&, dialog::Events&)>;
 
   NativePlatform(std::shared_ptr<Gate> gate, BoxHandler showBox);
 
@@ -30,6 +31,8 @@ class NativePlatform : public Platform {
   /// Makes `Create` of `programName` call `maker`. "Scripting.FileSystemObject" has one from the
   /// start.
   void RegisterMaker(const std::string& programName, Maker maker);
+  /// Makes the views of all dialogs from now on; an empty one takes the user interface away.
+  void SetViewMaker(ViewMaker maker);
   /// Called at each sleep, after it. Listeners are called in the order in which they came.
   void OnSleep(std::function<void()> listener);
   /// Called at each `Yield`, in the same way.
@@ -40,6 +43,7 @@ class NativePlatform : public Platform {
   Ref<FileSystemObject> FileSystem() override;
   FileContents& Contents() override;
   int ShowBox(const std::string& text, int style, const std::string& title) override;
+  std::shared_ptr<dialog::View> NewView(const dialog::Layout& layout, dialog::Events& events) override;
   std::string Environment(const std::string& name) override;
   std::string DecimalSeparator() override;
   std::string ToCodePage(std::string_view utf8) override;
@@ -57,6 +61,7 @@ class NativePlatform : public Platform {
   BoxHandler showBox_;
   std::map<std::string, Ref<AnyObject>> running_;
   std::map<std::string, Maker> makers_;
+  ViewMaker makeView_;
   std::vector<std::function<void()>> onSleep_;
   std::vector<std::function<void()>> onYield_;
   Ref<FileSystemObject> fileSystem_;
