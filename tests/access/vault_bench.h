@@ -7,9 +7,10 @@
 namespace quintara::test {
 
 /// A vault with two further classes, "Rack" and "Cabinet", whose session is that of the process.
-class WithVault : public testing::Test, protected AccessBench, public VaultBase {
+template <class Maker>
+class VaultOn : public testing::Test, protected AccessBench, public VaultBase {
  protected:
-  WithVault() : VaultBase({}) {
+  VaultOn() : VaultBase(Maker::NewConnection()) {
     auto plan = Plan();
     plan.furtherClasses = {"Rack", "Cabinet"};
     InitVault(plan, *files);
@@ -37,5 +38,7 @@ class WithVault : public testing::Test, protected AccessBench, public VaultBase 
   Ref<veldora::VdSession> session;
   Cls_Utils utils;
 };
+
+using WithVault = VaultOn<OnSqlite>;
 
 }  // namespace quintara::test

@@ -4,8 +4,10 @@
 #include <string>
 #include <vector>
 
+#include "access/contracts/file_system.h"
 #include "access/contracts/veldora.h"
 #include "access/contracts/zorva.h"
+#include "access/session/matrix_type.h"
 #include "base/attempt.h"
 #include "base/ref.h"
 #include "base/variant.h"
@@ -80,6 +82,103 @@ class Cls_Utils {
   /// True when the vault has a class of that name; otherwise a message names it.
   bool CheckClassName(const Ref<veldora::VdSession>& VdSession, const std::string& ClassName);
 
+  // Matrix documents. Each is linked to the product that it was made from; its description is that
+  // product's part number and " Matrix", its file type tells its form.
+
+  /// The newest revision of the first document linked to the product whose description ends in "Matrix";
+  /// whose part number stands before that doesn't matter. Nothing where there is none.
+  Ref<veldora::VdObject> GetDocumentMatrixFromObject(const Ref<veldora::VdSession>& Session,
+                                                     const Ref<veldora::VdObject>& ZORVAProduct,
+                                                     const Ref<veldora::VdBehavior>& Behavior, MatrixType TypeOfMatrix);
+  /// The newest revision of a document; failures give nothing.
+  Ref<veldora::VdObject> GetDocumentFromID(const Ref<veldora::VdSession>& Session, std::int16_t ClassID,
+                                           std::int32_t ObjectID);
+  /// Brings the document's file into the work directory, which is made if it isn't there, under its
+  /// description and ".xls" or ".xml", in place of a file of that name. 1 on success; failures give 0.
+  std::int16_t CopyMatrixFromDocument(const Ref<veldora::VdSession>& Session, const Ref<veldora::VdObject>& DocExcel,
+                                      MatrixType TypeOfMatrix);
+  /// The matrices of all root products that hold this object, each once; those of a root itself.
+  /// Nothing where there are none, and after a failure.
+  Ref<veldora::VdObjects> GetLinkedDocs(const Ref<veldora::VdSession>& Session,
+                                        const Ref<veldora::VdObject>& ZVAProduct, MatrixType TypeOfMatrix);
+  /// Lets the user pick one of several; nothing when none was picked, and after a failure.
+  Ref<veldora::VdObject> ChooseMatrix(const Ref<veldora::VdSession>& Session, const Ref<veldora::VdObjects>& DocExcel);
+  /// Looks for the matrix of exactly this product, in the session of the process, and asks whether to
+  /// write it; `ForceYes` answers for the user. `oMatrix` is written only where one exists. The result
+  /// is always False. Failures go to the caller.
+  bool IsMatrixAlreadyExist(const Ref<zorva::Product>& oZORVARoot, const Ref<veldora::VdObject>& oVDRoot,
+                            bool& bMatrixExists, bool& bMatrixToUpdate, Ref<veldora::VdObject>& oMatrix,
+                            MatrixType TypeOfMatrix, bool ForceYes = false);
+  /// Whether the product has a matrix of its own, without a question. Failures go to the caller.
+  bool IsMatrixAlreadyExistAsInformation(const Ref<zorva::Product>& oZORVARoot, const Ref<veldora::VdObject>& oVDRoot,
+                                         MatrixType TypeOfMatrix);
+
+  // Life cycle and structure.
+
+  /// Takes an object through "CHECKIN" (from the states 0 and 2), "RELEASE" (0, 1, 2), "OBSOLETE" (3),
+  /// "CHECKOUT" (1) or "NEWRELEASE" (3). A state that doesn't allow it, another name and a failure show
+  /// the same refusal, which names the object by its key attributes; the result is then False.
+  bool LifeCycleOperation(const Ref<veldora::VdSession>& VdSession, const Ref<veldora::VdObject>& VdObject,
+                          const std::string& OperationName, bool InvokeScripts = false);
+  /// The simple forms, which don't look at the state and never say that they failed.
+  void CheckInObject(const Ref<veldora::VdSession>& oVdSession, const Ref<veldora::VdObject>& Object);
+  void ReleaseObject(const Ref<veldora::VdSession>& oVdSession, const Ref<veldora::VdObject>& Object);
+  /// Gives a new object the next values of its numbered attributes, and its first revision. Failures
+  /// go to the caller.
+  void PopulateObjectMasks(const Ref<veldora::VdSession>& oVdSession, const Ref<veldora::VdObject>& objVdObject);
+  /// The newest revision; the object itself after a failure.
+  Ref<veldora::VdObject> LastVersion(const Ref<veldora::VdObject>& Object);
+  /// True when all objects are checked in or released. A failure that comes up before one is found that
+  /// isn't leaves True.
+  bool AcceptGlobalRefresh(const Ref<veldora::VdObjects>& WorkObjects);
+  /// Everything below an object, breadth first, an object as often as it is held. `AttributeNames`, with
+  /// commas between them, are read for all of them in one step.
+  bool GetAllChildren(const Ref<veldora::VdSession>& VdSession, const Ref<veldora::VdObject>& VdObject,
+                      Ref<veldora::VdObjects>& VdAllChildren, const Ref<veldora::VdBehavior>& VdBehavior = nullptr,
+                      const std::string& AttributeNames = {});
+  /// The part number that a matrix was made from: its description without the last word. Failures give
+  /// the empty text.
+  std::string GetTheRootName(const Ref<veldora::VdObject>& DocumentObject);
+  /// The objects of one class that are linked to this one through links of another, each once; nothing
+  /// where there are none.
+  bool RetrieveAllObjectsLinked(const Ref<veldora::VdSession>& Session, const Ref<veldora::VdObject>& VDObject,
+                                const std::string& LinkedObjectsClassName, const std::string& LinkClassName,
+                                Ref<veldora::VdObjects>& ObjectsLinked);
+  /// Removes the link between two objects; True also where there is none.
+  bool RemoveLogicalLink(const Ref<veldora::VdSession>& Session, const Ref<veldora::VdObject>& VDObject1,
+                         const Ref<veldora::VdObject>& VDObject2, const std::string& LinkName);
+
+  // Files of the work directory. The copies take the place of a file of their name; they give the full
+  // path in the work directory, or the empty text on a failure, which only the first of them shows.
+
+  /// The object's file, under its own name, with those of all that it holds.
+  std::string CopyVeldoraObjectToWork(const Ref<veldora::VdObject>& oVdObject);
+  /// The light representation, as part number and ".lwt". A missing one isn't noticed.
+  std::string CopyVeldoraObjectLWTToWork(const Ref<veldora::VdObject>& oVdObject, const Ref<FileSystemObject>& fs);
+  /// The object's file as part number and extension, and its light representation beside it under that
+  /// name and ".lwt": the path of the latter. Empty unless both are there.
+  std::string CopyVeldoraObjectToWorkAndGetLWT(const Ref<veldora::VdSession>& CurrentSession,
+                                               const Ref<veldora::VdObject>& oVdObject,
+                                               const Ref<FileSystemObject>& fs);
+  /// As the second, with `sTemp` behind the part number, so that it doesn't meet the one in use.
+  std::string CopyVeldoraObjectLWTToWork_Temp(const Ref<veldora::VdObject>& oVdObject, const std::string& sTemp,
+                                              const Ref<FileSystemObject>& fs);
+
+  /// The instance names from a component up to the root, parted by backslashes; it ends at the first
+  /// that bears the root's name.
+  std::string BuildFullName(const Ref<zorva::Product>& ZORVAObject, const Ref<zorva::Product>& ZORVARoot);
+
+  /// What stands before and behind the last point of a path, wherever that is; without a point the whole
+  /// path and the empty text.
+  std::string StripFileExtension(const std::string& FileName);
+  std::string GetFileExtension(const std::string& FileName);
+
+  /// Runs a procedure of the macro project "ProjectQNTR.zvavba", which lies in the folder "QNTR" of the
+  /// vault's base directory, in the CAD host.
+  bool ExecuteZorvaScript(const std::string& ModuleName, const std::string& ProcedureName);
+  /// True when a product document is active. Failures give False.
+  bool HasActiveDocument(const Ref<zorva::Application>& CurrentZorvaApplication);
+
   // Messages.
 
   /// Shows `Message` in a box titled "Quintara" with the style `MessageType` and gives its answer, a
@@ -93,6 +192,17 @@ class Cls_Utils {
   /// Shows a failure to those who debug: only while the environment variable "DEBUG" is "true",
   /// capitals ignored.
   void GetError(const std::string& FunctionName, const ErrorState& error);
+
+ private:
+  friend class UtilsInternals;  // the tests' way to the private operations
+
+  Ref<veldora::VdObjects> CollectRootMatrices(const Ref<veldora::VdSession>& Session,
+                                              const Ref<veldora::VdObject>& Object, std::int16_t ProductClassId,
+                                              const Ref<veldora::VdBehavior>& Behavior,
+                                              Ref<veldora::VdObjects> Documents, MatrixType TypeOfMatrix);
+  bool AddObjectToObjects(const Ref<veldora::VdSession>& Session, const Ref<veldora::VdObject>& Object,
+                          Ref<veldora::VdObjects>& Objects);
+  bool CompareObjects(const Ref<veldora::VdObject>& Object1, const Ref<veldora::VdObject>& Object2, bool& Same);
 };
 
 /// The instance of this process, made where there is none.

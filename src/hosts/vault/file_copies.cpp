@@ -91,6 +91,7 @@ std::vector<std::pair<std::string, Held>> ToBring(const ObjectData& object) {
   auto held = HeldBy(object);
   std::set<std::int16_t> classes;
   for (const auto& one : held) classes.insert(one.classId);
+  classes.erase(object.Info().id);
   for (const auto classId : classes) core.RequireRight(operation::kCopyFile, core.TheSchema().ClassById(classId));
   ReadNames(object, held);
   std::vector<std::pair<std::string, Held>> wanted;

@@ -35,7 +35,7 @@ Ref<veldora::VdObjects> ListOf(const ObjectData& from, const std::vector<Link>& 
     }
     if (!places.empty()) ReadTogether(from.TheCore(), ofClass, places);
   }
-  return MakeRef<ObjectListObject>(from.SharedCore(), std::move(objects), std::string());
+  return MakeRef<ObjectListObject>(from.SharedCore(), objects, std::string());
 }
 
 }  // namespace

@@ -134,17 +134,18 @@ std::vector<std::size_t> ObjectData::AllPlaces() const {
 }
 
 void ReadTogether(Core& core, const std::vector<ObjectData*>& objects, const std::vector<std::size_t>& places) {
-  constexpr std::size_t kTogether = 200;
   if (objects.empty()) return;
+  // Two lengths of the list make two statements.
+  const std::size_t together = objects.size() == 1 ? 1 : 200;
   const auto& info = objects.front()->Info();
   std::string sql =
       "SELECT \"OBJECT_ID\", " + Columns(info, places) + " FROM " + Quoted(info.table) + " WHERE \"OBJECT_ID\" IN (?";
-  for (std::size_t i = 1; i < kTogether; ++i) sql += ",?";
+  for (std::size_t i = 1; i < together; ++i) sql += ",?";
   sql += ")";
-  for (std::size_t first = 0; first < objects.size(); first += kTogether) {
-    const auto last = std::min(first + kTogether, objects.size());
-    // A list of one length needs one statement; the last id fills it up.
-    std::vector<SqlValue> ids(kTogether, std::int64_t{objects[last - 1]->Id()});
+  for (std::size_t first = 0; first < objects.size(); first += together) {
+    const auto last = std::min(first + together, objects.size());
+    // The last id fills the list up.
+    std::vector<SqlValue> ids(together, std::int64_t{objects[last - 1]->Id()});
     for (auto i = first; i < last; ++i) ids[i - first] = std::int64_t{objects[i]->Id()};
     std::unordered_map<std::int64_t, SqlRow> rows;
     for (auto& row : core.Data().Query("i" + Types(info, places), sql, ids)) rows[IntegerOf(row[0])] = std::move(row);

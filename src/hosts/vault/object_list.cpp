@@ -11,9 +11,9 @@
 
 namespace quintara::vault {
 
-ObjectListObject::ObjectListObject(std::shared_ptr<Core> core, std::vector<Ref<veldora::VdObject>> objects,
+ObjectListObject::ObjectListObject(std::shared_ptr<Core> core, const std::vector<Ref<veldora::VdObject>>& objects,
                                    std::string alias)
-    : Served(std::move(core)), objects_(std::move(objects)), alias_(std::move(alias)) {}
+    : Served(std::move(core)), objects_(objects.begin(), objects.end()), alias_(std::move(alias)) {}
 
 int ObjectListObject::Count() {
   Pass<"Count">();

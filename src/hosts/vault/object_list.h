@@ -1,5 +1,6 @@
 #pragma once
 
+#include <deque>
 #include <memory>
 #include <string>
 #include <vector>
@@ -14,7 +15,7 @@ class ObjectListObject final : public Served<"VdObjects", veldora::VdObjects>,
                                public std::enable_shared_from_this<ObjectListObject> {
  public:
   /// `alias` stands in front of the columns of `Records`; empty for a list that is no query's.
-  ObjectListObject(std::shared_ptr<Core> core, std::vector<Ref<veldora::VdObject>> objects, std::string alias);
+  ObjectListObject(std::shared_ptr<Core> core, const std::vector<Ref<veldora::VdObject>>& objects, std::string alias);
 
   int Count() override;
   Ref<veldora::VdObject> Item(int index) override;
@@ -26,10 +27,11 @@ class ObjectListObject final : public Served<"VdObjects", veldora::VdObjects>,
 
   Ref<veldora::VdObjects> AsVdObjects() override;
 
-  const std::vector<Ref<veldora::VdObject>>& Objects() const { return objects_; }
+  std::vector<Ref<veldora::VdObject>> Objects() const { return {objects_.begin(), objects_.end()}; }
 
  private:
-  std::vector<Ref<veldora::VdObject>> objects_;
+  // A work list is taken from at its front.
+  std::deque<Ref<veldora::VdObject>> objects_;
   std::string alias_;
   std::vector<std::string> attributes_;
 };

@@ -47,19 +47,33 @@ std::string ChangedDigests(Core& core, const std::string& path, const Deposit& b
   return file == before.file.sha256 && light == stored ? std::string() : file + light;
 }
 
+std::optional<Copy> NoteAt(Core& core, const std::string& path) {
+  const auto normal = NormalPath(path);
+  const auto rows =
+      core.Data().Query("ii", "SELECT object_id, deposit_id FROM vd_working_copy WHERE user_id = ? AND path = ?",
+                        {std::int64_t{core.UserId()}, normal});
+  if (rows.empty()) return std::nullopt;
+  return Copy{normal, static_cast<std::int32_t>(IntegerOf(rows[0][0])), IntegerOf(rows[0][1])};
+}
+
+bool SayTheSame(const Copy& left, const Copy& right) {
+  return left.objectId == right.objectId && left.deposit == right.deposit;
+}
+
 // The notes that the writing of `copies` makes wrong.
 std::vector<Copy> WrongNotes(Core& core, const std::vector<Copy>& copies) {
   std::vector<Copy> wrong;
   for (const auto& copy : copies) {
-    const auto path = NormalPath(copy.path);
-    const auto rows = core.Data().Query(
-        "ii",
-        "SELECT object_id, deposit_id FROM vd_working_copy WHERE user_id = ? AND path = ? AND (object_id <> ? OR "
-        "deposit_id <> ?)",
-        {std::int64_t{core.UserId()}, path, std::int64_t{copy.objectId}, copy.deposit});
-    if (!rows.empty()) wrong.push_back({path, static_cast<std::int32_t>(IntegerOf(rows[0][0])), IntegerOf(rows[0][1])});
+    const auto note = NoteAt(core, copy.path);
+    if (note && !SayTheSame(*note, copy)) wrong.push_back(*note);
   }
   return wrong;
+}
+
+// Most files are copied again and again, and nothing has to be written then.
+bool IsNoted(Core& core, const Copy& copy) {
+  const auto note = NoteAt(core, copy.path);
+  return note && SayTheSame(*note, copy);
 }
 
 void ForgetNotes(Core& core, const std::vector<std::string>& paths) {
@@ -69,6 +83,13 @@ void ForgetNotes(Core& core, const std::vector<std::string>& paths) {
       core.Data().Execute("DELETE FROM vd_working_copy WHERE user_id = ? AND path = ?",
                           {std::int64_t{core.UserId()}, path});
     }
+  });
+}
+
+void NoteAll(Core& core, const std::vector<Copy>& copies) {
+  if (copies.empty()) return;
+  core.InTransaction([&] {
+    for (const auto& copy : copies) NoteCopy(core, copy.path, copy.objectId, copy.deposit);
   });
 }
 
@@ -92,14 +113,14 @@ void WriteAndNote(Core& core, const std::vector<Copy>& copies, const std::functi
     // The files stay as they are now, though the notes come back.
     core.WhenUndone([&core, paths = std::vector(written.begin(), written.end())] { ForgetNotes(core, paths); });
   }
-  core.InTransaction([&] {
-    for (std::size_t i = 0; i < done; ++i) {
-      if (copies[i].objectId != 0) NoteCopy(core, copies[i].path, copies[i].objectId, copies[i].deposit);
-    }
-    for (const auto& note : wrong) {
-      if (!written.contains(note.path)) NoteCopy(core, note.path, note.objectId, note.deposit);
-    }
-  });
+  std::vector<Copy> missing;
+  for (std::size_t i = 0; i < done; ++i) {
+    if (copies[i].objectId != 0 && !IsNoted(core, copies[i])) missing.push_back(copies[i]);
+  }
+  for (const auto& note : wrong) {
+    if (!written.contains(note.path)) missing.push_back(note);
+  }
+  NoteAll(core, missing);
   if (!complete) throw Failure(error.number, error.description);
 }
 
@@ -118,11 +139,8 @@ void NoteTaken(Core& core, const std::string& path, std::int32_t objectId, std::
 }
 
 std::optional<std::int32_t> NotedObject(Core& core, const std::string& path) {
-  const auto id =
-      core.Data().QueryOne(ColumnType::kInteger, "SELECT object_id FROM vd_working_copy WHERE user_id = ? AND path = ?",
-                           {std::int64_t{core.UserId()}, NormalPath(path)});
-  if (IntegerOf(id) == 0) return std::nullopt;
-  return static_cast<std::int32_t>(IntegerOf(id));
+  const auto note = NoteAt(core, path);
+  return note ? std::optional(note->objectId) : std::nullopt;
 }
 
 bool IsWorkingCopy(Core& core, const std::string& path) {

@@ -188,6 +188,23 @@ TYPED_TEST(VaultFiles, EveryCopyIsNotedForOtherProcesses) {
   EXPECT_FALSE(other->Integration().NotedObject(this->WorkPath("unknown.stp")));
 }
 
+TYPED_TEST(VaultFiles, ACopyMadeAgainIsNotNotedAgain) {
+  const auto part = this->AddPart("BOLT", "bytes");
+  const auto statementsOfACopy = [&] {
+    const auto before = this->vault->StatementCount();
+    part->CopyFileTo("BOLT.stp", this->folder.Path("work"));
+    return this->vault->StatementCount() - before;
+  };
+
+  const auto first = statementsOfACopy();
+  const auto again = statementsOfACopy();
+
+  EXPECT_LT(again, first);
+  this->WriteWork("BOLT.stp", "new");
+  this->CheckIn(part);
+  EXPECT_EQ(this->vault->FileOf(part), "new");
+}
+
 TYPED_TEST(VaultFiles, ALightFileIsNoWorkingCopyOfItsObject) {
   const auto part = this->AddPart("BOLT", "bytes", "light");
 
