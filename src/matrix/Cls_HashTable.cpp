@@ -4,21 +4,10 @@
 
 #include "base/arrays.h"
 #include "matrix/guarded.h"
+#include "matrix/matrix_workbook.h"
 #include "matrix/random_text.h"
 
 namespace quintara {
-namespace {
-
-constexpr std::int32_t kInstanceNames = 4;  // the column
-constexpr std::int32_t kFlatList = 2;       // the worksheet
-
-void WriteName(const Ref<excel::Application>& excel, std::int32_t row, const std::string& name) {
-  const auto cell = excel->ActiveWorkbook()->Worksheets()->Item(kFlatList)->Cells(row, kInstanceNames);
-  cell->SetNumberFormat("@");
-  cell->SetValue(name);
-}
-
-}  // namespace
 
 Cls_HashTable::Cls_HashTable(RandomNumbers random) : random_(std::move(random)) {}
 
@@ -53,7 +42,7 @@ bool Cls_HashTable::Rename(const PN_IN_Couple& couple, Renaming& renaming) {
   std::int32_t last = 0;
   if (!SearchInHashTable(couple.PartNumber, newName, renaming.table, renaming.size, found, last)) return false;
   if (!AddInHashTableInIndex(couple.PartNumber, couple.InstanceName, couple.Row, renaming.table, last)) return false;
-  WriteName(renaming.excel, couple.Row, newName);
+  matrix_workbook::Rename(renaming.excel, couple.Row, newName);
   return true;
 }
 

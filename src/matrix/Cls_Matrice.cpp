@@ -37,21 +37,34 @@ std::unique_ptr<MatrixDocument> Cls_Matrice::LoadDocument(const std::string& pat
   return document;
 }
 
+// What both writers do; `walk` is given the document and fills it.
+template <class Walk>
+bool Cls_Matrice::WriteXMLFile(const std::string& path, Walk&& walk) {
+  EnsureUtils();
+  const auto document = NewDocument();
+  auto instruction = document->Node().append_child(pugi::node_pi);
+  instruction.set_name("xml");
+  instruction.set_value("version='1.0' encoding='UTF-8'");
+  if (!walk(document->Node())) return false;
+  if (const auto error = document->ParseError(); error.code != 0) {
+    ShowCritical("The XML File contains some errors : " + error.reason);
+    return false;
+  }
+  document->Save(path);
+  utils_.reset();
+  return true;
+}
+
 bool Cls_Matrice::CreateXMLFile(const Ref<zorva::Product>& RootProduct, const std::string& XMLFullPath) {
   return Guarded("Cls_Matrice.CreateXMLFile", [&] {
-    EnsureUtils();
-    const auto document = NewDocument();
-    auto instruction = document->Node().append_child(pugi::node_pi);
-    instruction.set_name("xml");
-    instruction.set_value("version='1.0' encoding='UTF-8'");
-    if (!ParseZORVATree(RootProduct, document->Node())) return false;
-    if (const auto error = document->ParseError(); error.code != 0) {
-      ShowCritical("The XML File contains some errors : " + error.reason);
-      return false;
-    }
-    document->Save(XMLFullPath);
-    utils_.reset();
-    return true;
+    return WriteXMLFile(XMLFullPath, [&](XmlNode document) { return ParseZORVATree(RootProduct, document); });
+  });
+}
+
+bool Cls_Matrice::MergeXMLMatrix(const Ref<zorva::Product>& RootProduct, const std::string& XMLFullPath) {
+  return Guarded("Cls_Matrice.MergeXMLMatrix", [&] {
+    return WriteXMLFile(XMLFullPath,
+                        [&](XmlNode document) { return ParseZORVATreeForMerging(RootProduct, document, {}, {}); });
   });
 }
 

@@ -40,6 +40,14 @@ class Cls_Matrice {
   /// without part number.
   bool CreateXMLFile(const Ref<zorva::Product>& RootProduct, const std::string& XMLFullPath);
 
+  /// The same for a product whose sub-assemblies aren't loaded: in the place of each child that is an
+  /// assembly in the vault stands the root element of its own matrix, as it is in that matrix document,
+  /// with the full instance names continued; a child that is a part there has one element. False without
+  /// a box where a child has no object in the vault, or a sub-assembly no matrix there. A matrix whose
+  /// root isn't its second node, behind the processing instruction, is a failure, as is one with more
+  /// than 32,767 elements.
+  bool MergeXMLMatrix(const Ref<zorva::Product>& RootProduct, const std::string& XMLFullPath);
+
   /// Places each child of `RootProduct` at the next free element of its part number, in the frame
   /// of the matrix's root. An element below one whose part number is itself a child's is left out.
   /// A child more than there are elements repeats the position given last, of whatever part number.
@@ -76,10 +84,17 @@ class Cls_Matrice {
   std::unique_ptr<MatrixDocument> NewDocument() const;
   std::unique_ptr<MatrixDocument> LoadDocument(const std::string& path);
 
+  template <class Walk>
+  bool WriteXMLFile(const std::string& path, Walk&& walk);
   template <class Place>
   bool OnFlatProduct(const Ref<zorva::Product>& root, const std::string& path, Place&& place);
 
   bool ParseZORVATree(const Ref<zorva::Product>& Product, XmlNode Document);
+  bool ParseZORVATreeForMerging(const Ref<zorva::Product>& Product, XmlNode Document, XmlNode ParentElement,
+                                const std::string& ParentFullName);
+  bool MergeRoot(const Ref<zorva::Product>& root, XmlNode document);
+  bool MergeChild(const Ref<zorva::Product>& child, XmlNode parent, const std::string& parentFullName);
+  bool GraftMatrixOf(const Ref<veldora::VdObject>& assembly, XmlNode parent, const std::string& parentFullName);
 
   bool ConvertNodeToXMLElement(XmlNode Node, XMLElement& Element);
   bool ConvertOnce(MatrixIndex& Document, int element);

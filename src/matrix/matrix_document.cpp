@@ -1,16 +1,12 @@
 #include "matrix/matrix_document.h"
 
 #include "access/session/the_platform.h"
+#include "access/utils/files.h"
 #include "base/attempt.h"
 #include "base/failure.h"
 
 namespace quintara {
 namespace {
-
-void DeleteOldFile(FileSystemObject& files, const std::string& path) {
-  constexpr bool kForce = true;
-  if (files.FileExists(path)) files.DeleteFile(path, kForce);
-}
 
 void RemoveLeftover(FileSystemObject& files, const std::string& path) {
   ErrorState ignored;
@@ -41,7 +37,7 @@ void MatrixDocument::Save(const std::string& path) {
   const auto files = ThePlatform().FileSystem();
   contents.Write(beside, document_.Text());
   ErrorState failure;
-  if (!Attempt(failure, [&] { DeleteOldFile(*files, path); })) {
+  if (!Attempt(failure, [&] { DeleteIfThere(*files, path); })) {
     RemoveLeftover(*files, beside);
     throw Failure(failure.number, failure.description);
   }
