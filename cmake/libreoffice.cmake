@@ -1,5 +1,5 @@
 # The target uno_office: LibreOffice's own headers and libraries for those who talk to it. Its types come
-# as a database; the headers of those that hosts/office includes, named here, are made of it.
+# as a database; the headers of those that hosts/office and its tests include, named here, are made of it.
 find_path(quintara_uno_headers cppuhelper/bootstrap.hxx PATH_SUFFIXES libreoffice REQUIRED)
 get_filename_component(quintara_uno_sdk ${QUINTARA_CPPUMAKER} DIRECTORY)
 get_filename_component(quintara_uno_sdk ${quintara_uno_sdk} DIRECTORY)
@@ -7,7 +7,7 @@ get_filename_component(quintara_office_program ${quintara_uno_sdk}/../program AB
 
 set(quintara_uno_types
   uno.* lang.*
-  beans.PropertyValue beans.XPropertySet bridge.UnoUrlResolver connection.NoConnectException
+  beans.NamedValue beans.PropertyValue beans.XPropertySet bridge.UnoUrlResolver connection.NoConnectException
   container.XIndexAccess document.MacroExecMode document.UpdateDocMode
   frame.Desktop frame.XDesktop2 frame.XStorable sheet.CellFlags sheet.XCellRangeData
   sheet.XCellRangeFormula sheet.XCellRangesQuery sheet.XSheetCellRangeContainer

@@ -202,14 +202,20 @@ std::unique_ptr<OfficeDocument> LoadDocument(const std::shared_ptr<Connection>& 
                                              const std::string& name) {
   auto* const refusal = new Refusal;
   const Reference<star::task::XInteractionHandler> handler(refusal);
-  const auto document = connection->Talk("Opening " + name, [&] {
-    const auto opened =
-        Open(*connection, ToUno(FileUrl(path)),
-             Properties({Property("Hidden", Any(true)), Property("InteractionHandler", Any(handler)),
-                         Property("MacroExecutionMode", Any(star::document::MacroExecMode::NEVER_EXECUTE)),
-                         Property("UpdateDocMode", Any(star::document::UpdateDocMode::NO_UPDATE))}));
-    return Reference<star::sheet::XSpreadsheetDocument>(opened, uno::UNO_QUERY);
-  });
+  Reference<star::sheet::XSpreadsheetDocument> document;
+  try {
+    document = connection->Talk("Opening " + name, [&] {
+      const auto opened =
+          Open(*connection, ToUno(FileUrl(path)),
+               Properties({Property("Hidden", Any(true)), Property("InteractionHandler", Any(handler)),
+                           Property("MacroExecutionMode", Any(star::document::MacroExecMode::NEVER_EXECUTE)),
+                           Property("UpdateDocMode", Any(star::document::UpdateDocMode::NO_UPDATE))}));
+      return Reference<star::sheet::XSpreadsheetDocument>(opened, uno::UNO_QUERY);
+    });
+  } catch (const Failure& error) {
+    // So ends the question for the password of a workbook of the newer format; of the older one it gives nothing.
+    if (error.Number() != failure::kRefused || !refusal->askedForPassword) throw;
+  }
   if (document.is()) return std::make_unique<Document>(connection, document);
   throw Failure(failure::kRefused,
                 name + (refusal->askedForPassword ? " is protected by a password" : " is damaged, or is no workbook"));

@@ -62,6 +62,28 @@ class AMatrix : public Spreadsheet {
     app->ActiveWorkbook()->Close(false);
     return cost;
   }
+  // The calls that it takes to open a workbook of so many rows and to put them into a new one.
+  int CostOfMerge(int rows) const {
+    Write(rows);
+    app->ActiveWorkbook()->SaveAs(folder.Path("m.xls"));
+    app->ActiveWorkbook()->Close(false);
+    const int before = Calls();
+    const auto target = app->Workbooks()->Add()->Worksheets();
+    const auto source = app->Workbooks()->Open(folder.Path("m.xls"));
+    const auto tree = source->Worksheets()->Item(1);
+    const auto list = source->Worksheets()->Item(2);
+    const auto last = std::to_string(tree->Cells()->SpecialCells(excel::cell_type::kLastCell)->Row());
+    tree->Range("A1:N" + last)->Copy(target->Item(1)->Range("B2"));
+    tree->Range("O2:AB" + last)->Copy(target->Item(1)->Range("O2"));
+    list->Range("A1:A" + last)->Copy(target->Item(2)->Range("A2"));
+    for (int row = 1; row <= rows; ++row) {
+      target->Item(2)->Cells(row + 1, 2)->SetValue(list->Cells(row, 2)->Value().ToDouble() + 1);
+    }
+    source->Close(false);
+    const int cost = Calls() - before;
+    app->ActiveWorkbook()->Close(false);
+    return cost;
+  }
 };
 
 TEST_F(AMatrix, TakesAsManyCallsForManyRowsAsForFew) {
@@ -74,6 +96,15 @@ TEST_F(AMatrix, TakesAsManyCallsForManyRowsAsForFew) {
   RecordProperty("calls to save", many.save);
   RecordProperty("calls to open", many.open);
   RecordProperty("calls to read", many.read);
+}
+
+TEST_F(AMatrix, TakesAsManyCallsToBeMergedForManyRowsAsForFew) {
+  const int few = CostOfMerge(50);
+  const int many = CostOfMerge(5000);
+
+  EXPECT_EQ(few, many);
+  EXPECT_LT(many, 100);
+  RecordProperty("calls to merge", many);
 }
 
 TEST_F(AMatrix, ComesBackAsItWasWritten) {
