@@ -1,0 +1,54 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "access/contracts/spreadsheet.h"
+#include "access/contracts/zorva.h"
+#include "base/counter16.h"
+#include "base/ref.h"
+#include "positioning/flat_list.h"
+#include "positioning/opened_workbook.h"
+#include "positioning/workbook_positions.h"
+
+namespace quintara {
+
+/// Places the components of a new work in progress where its matrix has them, and names them after their instances.
+class Cls_AllInstances : public WorkbookPositions {
+ public:
+  /// Works on the active document of the CAD host, its selection and the clipboard. Does nothing where
+  /// `gSkipPositioning` is set. With `gAllInstancesRequested` a component becomes as many as its part has instances,
+  /// without it only the first instance is placed; instances inside of another component are left out. The matrix
+  /// comes from the vault into the work directory. Nothing is said when all went well. A failure is shown and leaves
+  /// what was done before it.
+  void Run();
+
+  /// Moves `startLine` down the flat list, the second worksheet, to the first row with this part number and instance
+  /// name, whose instance's row and column go to the two members; False, with nothing changed, where there is none.
+  /// Failures go to the caller.
+  bool getLineColumn(const Ref<excel::Worksheet>& CurrentWorkSheet, const std::string& PartNumber,
+                     const std::string& InstanceName, std::int16_t& startLine);
+
+  /// Fills `MatriceResultat` with the position of the instance at that row and column in the frame of the root, the
+  /// root's own position included. At row 1, column 1, the root itself, it keeps what it held.
+  void Positionner(const Ref<excel::Worksheet>& CurrentWorkSheet, std::int16_t ligne_fils, std::int16_t colonne_fils);
+
+  std::int16_t lineFound = 0;  ///< by `getLineColumn`
+  std::int16_t columnFound = 0;
+
+ private:
+  struct Wip {
+    Ref<zorva::Products> components;
+    Ref<zorva::Selection> selection;
+    Counter16 count;  ///< of the components at the start
+  };
+
+  bool PlaceComponents(OpenedWorkbook& workbook);
+  void ProcessExcelFile(const Wip& wip, OpenedWorkbook& workbook, const std::string& path);
+  void PlaceFromSheets(const Wip& wip, const matrix_workbook::Sheets& sheets);
+  void PlaceEachInstance(const Wip& wip, const Ref<zorva::Product>& source, const std::vector<ExcelPosition>& instances,
+                         const Ref<excel::Worksheet>& tree, Counter16& lastIndex);
+};
+
+}  // namespace quintara

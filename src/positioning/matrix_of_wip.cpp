@@ -1,0 +1,53 @@
+#include "positioning/matrix_of_wip.h"
+
+#include "access/contracts/veldora.h"
+#include "access/session/process.h"
+#include "access/utils/messages.h"
+#include "base/file_names.h"
+#include "base/variant.h"
+
+namespace quintara {
+namespace {
+
+constexpr int kNoId = -1;
+
+Variant IdIn(const Ref<zorva::Product>& root, const char* property) {
+  return Utils().ReadStringProperty(root, property, "Integer");
+}
+
+std::optional<MatrixIds> IdsIn(const Ref<zorva::Product>& root, const char* classId, const char* objectId,
+                               MatrixType type) {
+  const MatrixIds ids{IdIn(root, classId).ToInteger16(), IdIn(root, objectId).ToInteger32(), type};
+  if (ids.classId == kNoId || ids.objectId == kNoId) return std::nullopt;
+  return ids;
+}
+
+}  // namespace
+
+std::optional<MatrixIds> MatrixIdsOf(const Ref<zorva::Product>& root) {
+  if (const auto ids = IdsIn(root, "DocXMLCID", "DocXMLOID", MatrixType::XML)) return ids;
+  if (const auto ids = IdsIn(root, "DocExcelCID", "DocExcelOID", MatrixType::Excel)) return ids;
+  Show(Process().texts.QD_ALLINSTANCES_NO_MATRIX_FOR_ROOT_IN_VELDORA, kCriticalModal);
+  return std::nullopt;
+}
+
+std::optional<std::string> BringMatrix(const MatrixIds& ids, int styleWithoutDocument) {
+  auto& globals = Process();
+  const auto document = Utils().GetDocumentFromID(globals.gSession, ids.classId, ids.objectId);
+  if (!document) {
+    Show(globals.texts.QD_ALLINSTANCES_NO_MATRIX_FOR_ROOT_IN_VELDORA, styleWithoutDocument);
+    return std::nullopt;
+  }
+  document->Retrieve();
+  if (Utils().CopyMatrixFromDocument(globals.gSession, document, ids.type) != 1) {
+    Show(globals.texts.QD_ALLINSTANCES_RETRIEVE_MATRIX_FAILED, kCriticalModal);
+    return std::nullopt;
+  }
+  const auto* ending = ids.type == MatrixType::XML ? ".xml" : ".xls";
+  auto path = PathIn(globals.gWorkDirectory, document->Record()->ValueAsString(globals.gAttrDescription) + ending);
+  if (globals.gFileSystem->FileExists(path)) return path;
+  Show(globals.texts.QD_ALLINSTANCES_NO_MATRIX_FOR_FILE, kInformationModal, path);
+  return std::nullopt;
+}
+
+}  // namespace quintara
