@@ -2,7 +2,7 @@
 # for the package only where no such command exists, whoever installed it.
 
 packages_build="g++ cmake ninja-build ccache pkg-config=pkgconf
-  libpugixml-dev libutf8proc-dev nlohmann-json3-dev libcli11-dev"
+  libpugixml-dev libutf8proc-dev nlohmann-json3-dev libcli11-dev libncurses-dev"
 packages_geometry="libocct-data-exchange-dev libtbb-dev libfontconfig-dev"
 packages_vault="libsoci-dev libboost-dev libsqlite3-dev libpq-dev libssl-dev"
 packages_office="libreoffice-calc-nogui libreoffice-dev"

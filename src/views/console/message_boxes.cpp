@@ -60,11 +60,11 @@ int MessageBoxes::Ask(const Choice& choice) {
     return accepted ? choice.accepted : choice.refused;
   };
   const auto question = std::string(" [") + choice.accept + "/" + choice.refuse + "] ";
+  const WaitingInput waiting;
   out_ << question;
   if (answers_ != Answers::kAsk) return end(answers_ == Answers::kYes);
   out_ << std::flush;
-  const WaitingInput waiting;
-  for (std::string line; std::getline(in_, line); out_ << question << std::flush) {
+  for (std::string line; waiting.ReadLine(in_, line); out_ << question << std::flush) {
     const std::string typed(Trimmed(line));
     if (Means(typed, choice.accept)) return choice.accepted;
     if (Means(typed, choice.refuse)) return choice.refused;

@@ -38,7 +38,14 @@ ProgressBar::~ProgressBar() {
 }
 
 void ProgressBar::Show(double fraction, std::string_view what) {
-  auto text = BarText(fraction, what, columns_);
+  Replace(BarText(fraction, what, columns_));
+}
+
+void ProgressBar::ShowText(std::string_view what) {
+  Replace(CutToWidth(OneLine(what), columns_ - 1));
+}
+
+void ProgressBar::Replace(std::string text) {
   if (text == shown_) return;
   shown_ = std::move(text);
   out_ << kEraseLine << shown_ << std::flush;

@@ -19,10 +19,14 @@ class ProgressBar {
 
   /// `fraction` runs from 0 to 1; what lies outside, or is no number, counts as the nearer end.
   void Show(double fraction, std::string_view what);
+  /// The same for work of unknown length: the text alone.
+  void ShowText(std::string_view what);
   /// Takes the line away, so that other text can be written in its place.
   void Clear();
 
  private:
+  void Replace(std::string text);
+
   std::ostream& out_;
   std::size_t columns_;
   std::string shown_;

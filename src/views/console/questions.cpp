@@ -24,7 +24,7 @@ std::optional<std::string> AskSecret(std::istream& in, std::ostream& out, const 
   const WaitingInput waiting(WaitingInput::Echo::kOff);
   out << OneLine(question) << std::flush;
   std::string line;
-  const bool isTyped = static_cast<bool>(std::getline(in, line));
+  const bool isTyped = waiting.ReadLine(in, line);
   out << std::endl;
   if (!isTyped) return std::nullopt;
   if (!line.empty() && line.back() == '\r') line.pop_back();
@@ -41,13 +41,20 @@ std::optional<std::size_t> AskChoice(std::istream& in, std::ostream& out, const 
   }
   const WaitingInput waiting;
   const auto question = "Number, or nothing for none [1-" + std::to_string(lines.size()) + "] ";
-  for (std::string line; (out << question << std::flush) && std::getline(in, line);) {
+  for (std::string line; (out << question << std::flush) && waiting.ReadLine(in, line);) {
     const std::string typed(Trimmed(line));
     if (typed.empty()) return std::nullopt;
     if (const auto number = NumberUpTo(lines.size(), typed)) return *number - 1;
   }
   out << std::endl;
   return std::nullopt;
+}
+
+void AwaitEnter(std::istream& in, std::ostream& out) {
+  const WaitingInput waiting;
+  out << "Enter goes on " << std::flush;
+  std::string line;
+  if (!waiting.ReadLine(in, line)) out << std::endl;
 }
 
 }  // namespace quintara

@@ -17,4 +17,7 @@ std::optional<std::string> AskSecret(std::istream& in, std::ostream& out, const 
 std::optional<std::size_t> AskChoice(std::istream& in, std::ostream& out, const std::string& title,
                                      const std::vector<std::string>& lines);
 
+/// Waits until someone has read what was printed, and goes on: at Enter, or at the end of `in`.
+void AwaitEnter(std::istream& in, std::ostream& out);
+
 }  // namespace quintara

@@ -3,10 +3,13 @@
 #include <signal.h>
 #include <termios.h>
 
+#include <iosfwd>
+#include <string>
+
 namespace quintara {
 
-/// While it lives an interruption ends a wait for typed text, which then counts as the end of the input. Without
-/// it the wait would go on, and only the next interruption would end the program, at once.
+/// Reads what is typed. While it lives an interruption waits for the next reading of a terminal, and ends that, as
+/// the end of the input would; so it is to be made before the question is asked.
 class WaitingInput {
  public:
   enum class Echo { kOn, kOff };
@@ -17,8 +20,11 @@ class WaitingInput {
   WaitingInput(const WaitingInput&) = delete;
   WaitingInput& operator=(const WaitingInput&) = delete;
 
+  /// The next line of `in`; false at its end and after an interruption.
+  bool ReadLine(std::istream& in, std::string& line) const;
+
  private:
-  struct sigaction interruption_ {};
+  sigset_t signals_{};  ///< those that were held back before
   termios terminal_{};
   bool isSilent_;
 };

@@ -55,5 +55,22 @@ TEST_F(AQuestion, CannotSteerTheTerminal) {
   EXPECT_THAT(shown.str(), ::testing::StartsWith("a?[2J\n  1  b?c\n"));
 }
 
+TEST_F(AQuestion, ThatWaitsForAReaderTakesOneLine) {
+  typed.str("x\nnext\n");
+
+  AwaitEnter(typed, shown);
+
+  std::string rest;
+  std::getline(typed, rest);
+  EXPECT_EQ(rest, "next");
+  EXPECT_EQ(shown.str(), "Enter goes on ");
+}
+
+TEST_F(AQuestion, ThatWaitsForAReaderGoesOnAtTheEndOfTheInput) {
+  AwaitEnter(typed, shown);
+
+  EXPECT_EQ(shown.str(), "Enter goes on \n");
+}
+
 }  // namespace
 }  // namespace quintara
