@@ -11,8 +11,10 @@
 #include "geometry/occ_geometry.h"
 #include "hosts/native/native_files.h"
 #include "quintara/interruption.h"
+#include "quintara/spreadsheet_access.h"
 #include "quintara/vault_dialog.h"
 #include "quintara/wrong_use.h"
+#include "views/console/ncurses_screen.h"
 #include "views/console/questions.h"
 #include "views/console/screen_text.h"
 
@@ -65,14 +67,15 @@ CommandContext::CommandContext(const ProgramSurroundings& surroundings, const Co
     : surroundings_(surroundings),
       canAsk_(CanAsk(options, surroundings.terminal)),
       boxes_(surroundings.in, surroundings.errors, AnswersFor(options, canAsk_), IsSuccess),
+      dialogs_(DialogSurroundings()),
       choice_(ChooseUser(options, surroundings.environment)) {
   if (!choice_.workFolder.empty()) workFolder_ = AbsoluteFolder(choice_.workFolder);
   if (surroundings_.terminal.errors) bar_.emplace(surroundings_.errors, surroundings_.terminal.columns);
-  const auto showBox = [this](const std::string& text, int style, const std::string& title) {
-    ClearBar();
-    return boxes_.Show(text, style, title);
-  };
-  platform_ = std::make_shared<NativePlatform>(surroundings_.gate, showBox);
+  platform_ = std::make_shared<NativePlatform>(
+      surroundings_.gate,
+      [this](const std::string& text, int style, const std::string& title) { return ShowBox(text, style, title); });
+  platform_->SetViewMaker(
+      [this](const dialog::Layout& layout, dialog::Events& events) { return dialogs_.Make(layout, events); });
   const auto ask = [this](const std::string& warning) {
     return platform_->ShowBox(warning + "\nLoad it all the same?", box::kYesNo + box::kQuestion, "Quintara") ==
            answer::kYes;
@@ -82,6 +85,7 @@ CommandContext::CommandContext(const ProgramSurroundings& surroundings, const Co
   geometry_ = MakeOccGeometry();
   platform_->Register("ZORVA.Application", host_->Application());
   platform_->OnSleep([this] { host_->NoteSleep(); });
+  RegisterSpreadsheet(*platform_, surroundings_.gate);
   vault_ = std::make_unique<VaultAccess>(
       VaultAccess::Surroundings{surroundings_.gate, surroundings_.environment, platform_.get(), host_.get(),
                                 geometry_.get(), ProgressBarOn(),
@@ -95,6 +99,24 @@ CommandContext::CommandContext(const ProgramSurroundings& surroundings, const Co
 CommandContext::~CommandContext() {
   ResetProcess();
   InstallPlatform(std::move(platformBefore_));
+}
+
+ConsoleDialogs::Surroundings CommandContext::DialogSurroundings() {
+  const auto show = [this](std::optional<double> fraction, const std::string& what) {
+    ThrowIfInterrupted();
+    dialogs_.TheScreen().Suspend();
+    if (bar_ && fraction) bar_->Show(*fraction, what);
+    if (bar_ && !fraction) bar_->ShowText(what);
+  };
+  return {canAsk_, {OpenTerminal, surroundings_.terminal.utf8, ThrowIfInterrupted}, {show, [this] { ClearBar(); }}};
+}
+
+// A dialog on the full screen covers what is printed.
+int CommandContext::ShowBox(const std::string& text, int style, const std::string& title) {
+  ClearBar();
+  const int answer = boxes_.Show(text, style, title);
+  dialogs_.TheScreen().Tell(text);
+  return answer;
 }
 
 std::string CommandContext::FindWorkFolder() const {
@@ -148,7 +170,11 @@ std::optional<std::string> CommandContext::PipedLine() {
 std::optional<std::size_t> CommandContext::AnswerDialog(const VaultDialog& dialog) {
   if (!canAsk_) return std::nullopt;
   ClearBar();
-  return AnswerVaultDialog(dialog, surroundings_.in, surroundings_.errors);
+  auto answer = AnswerVaultDialog(dialog, surroundings_.in, surroundings_.errors);
+  if (answer && dialog.kind == kLookAtDialog && dialogs_.TheScreen().IsShown()) {
+    AwaitEnter(surroundings_.in, surroundings_.errors);
+  }
+  return answer;
 }
 
 void CommandContext::Print(const std::string& line) {
@@ -161,6 +187,11 @@ void CommandContext::Print(const TextTable& table) {
   table.Print(surroundings_.out);
 }
 
+void CommandContext::Note(const std::string& line) {
+  ClearBar();
+  surroundings_.errors << "quintara: " << OneLine(line) << '\n';
+}
+
 void CommandContext::Complain(const std::string& line) {
   ClearBar();
   complained_ = true;
@@ -170,6 +201,7 @@ void CommandContext::Complain(const std::string& line) {
 Progress CommandContext::ProgressBarOn() {
   return [this](double fraction, const std::string& what) {
     ThrowIfInterrupted();
+    dialogs_.TheScreen().Suspend();
     if (bar_) bar_->Show(fraction, what);
   };
 }
@@ -179,6 +211,7 @@ bool CommandContext::AllWentWell() const {
 }
 
 void CommandContext::ClearBar() {
+  dialogs_.TheScreen().Suspend();
   if (bar_) bar_->Clear();
 }
 

@@ -13,6 +13,7 @@
 #include "hosts/vault/embedded_vault.h"
 #include "quintara/user_choice.h"
 #include "quintara/vault_access.h"
+#include "views/console/console_dialogs.h"
 #include "views/console/message_boxes.h"
 #include "views/console/progress_bar.h"
 #include "views/console/terminal.h"
@@ -70,12 +71,19 @@ class CommandContext {
   /// The next line of standard input, unless that is a terminal; nothing at its end.
   std::optional<std::string> PipedLine();
 
+  /// True when someone is there to answer questions.
+  bool IsAttended() const { return canAsk_; }
+  /// What makes the views of dialogs.
+  ConsoleDialogs& Dialogs() { return dialogs_; }
+
   /// True when trees can be drawn with more than ASCII.
   bool HasUtf8Screen() const { return surroundings_.terminal.utf8; }
 
   /// A line of the result, on standard output.
   void Print(const std::string& line);
   void Print(const TextTable& table);
+  /// What is worth knowing though nothing went wrong: a line on standard error.
+  void Note(const std::string& line);
   /// Something that went wrong though the verb goes on: a line on standard error, and exit code 1.
   void Complain(const std::string& line);
 
@@ -88,6 +96,8 @@ class CommandContext {
 
  private:
   void ClearBar();
+  ConsoleDialogs::Surroundings DialogSurroundings();
+  int ShowBox(const std::string& text, int style, const std::string& title);
 
   std::string FindWorkFolder() const;
   std::optional<std::string> AskPassword(const std::string& question);
@@ -97,6 +107,7 @@ class CommandContext {
   bool canAsk_;
   MessageBoxes boxes_;
   std::optional<ProgressBar> bar_;
+  ConsoleDialogs dialogs_;
   UserChoice choice_;
   mutable std::string workFolder_;  ///< empty until it is needed first
   std::shared_ptr<NativePlatform> platform_;

@@ -74,12 +74,13 @@ Examples:
 inline constexpr auto kLs = R"(Without --all only the newest revision of each. A pattern (*, ?; capitals are
 ignored) is compared with the part number, alone and as 'NUMBER - REVISION'. In
 front of it 'part:' or 'product:' restricts it to objects without or with
-components.
+components. Documents are listed where --class names theirs.
 
 Examples:
   quintara ls
   quintara ls 'part:*bolt*' 'rod*'
   quintara ls --all nut
+  quintara ls --class Document
 )";
 
 inline constexpr auto kShow = R"(An object is named by its part number, which means the newest revision, by part
@@ -88,6 +89,80 @@ number and revision (NUT@B), or by class and id (2:14).
 Examples:
   quintara show nut
   quintara show nut@A nut@B
+)";
+
+inline constexpr auto kCheckIn =
+    R"(The files of a product are brought into the work directory, where those that you have
+checked out and changed stay as they are; the product is opened, and its matrix is
+written from it after you have agreed, stored as a document linked to it, and
+checked in with it. A product that another one holds gets no matrix. Then the
+object itself is checked in with its changed file, whose light representation is
+made anew.
+
+With --load children what lies below the children of the product stays unloaded, as
+in an assembly too large to load: the matrices of the children are merged then.
+
+Examples:
+  quintara checkin as1
+  quintara checkin as1 --yes --load children
+  quintara checkin nut.stp bolt.stp
+)";
+
+inline constexpr auto kRelease =
+    R"(The same as 'quintara checkin', but product and matrix are released. A released object
+is changed no more; 'quintara new-release' makes its next revision.
+
+Examples:
+  quintara release as1
+  quintara release as1 --yes
+)";
+
+inline constexpr auto kCheckOut =
+    R"(Only a checked-in object can be checked out. Its file is brought into the work directory
+in place of the one that is there, with those of all that it holds; files of what
+else you have checked out stay as they are. 'quintara checkin' stores what you made
+of them.
+
+Examples:
+  quintara checkout as1
+  quintara checkout nut bolt
+)";
+
+inline constexpr auto kNewRelease =
+    R"(Only a released object has a next revision. It begins with the file and the links of the
+one before, which stays as it is, as does whatever holds that. The file is brought
+into the work directory as by 'quintara checkout'.
+
+Example:
+  quintara new-release as1
+)";
+
+inline constexpr auto kObsolete = R"(Only a released object can become obsolete.
+
+Example:
+  quintara obsolete nut@A
+)";
+
+inline constexpr auto kChildren =
+    R"(One line for each place in the structure: first what the object holds itself, then what
+those hold, and so on. 'quintara tree' draws it.
+
+Example:
+  quintara children as1
+)";
+
+inline constexpr auto kLinks = R"(Without classes these are the documents of the object, its matrix above all.
+
+Examples:
+  quintara links as1
+  quintara links as1 Document
+)";
+
+inline constexpr auto kUnlink = R"(Only the link goes; both objects stay.
+
+Examples:
+  quintara unlink as1 4:27
+  quintara unlink as1 4:27 --dry-run
 )";
 
 inline constexpr auto kSettings =
@@ -137,8 +212,9 @@ inline constexpr auto kImport = R"(Every part becomes 'PART NUMBER.stp', every a
 and both get a light representation, 'PART NUMBER.lwt'. Names that can't be used
 are changed, always in the same way, and listed.
 
-With a vault all of it goes there, checked in, and nothing into the work
-directory. What is in the vault already is found by its part number: it stays as
+With a vault all of it goes there, checked in; into the work directory go only the
+matrices, which each assembly gets as a document linked to it, unless --matrix says
+root or none. What is in the vault already is found by its part number: it stays as
 it is when its content is the same, and gets a new revision when it isn't, an
 assembly when its own list of children or their positions changed. The import
 is refused when something changed is new, checked out or obsolete. Without a
@@ -166,6 +242,38 @@ instance in its parent.
 Examples:
   quintara matrix as1
   quintara matrix as1 -o old.xml --replace
+)";
+
+inline constexpr auto kWip = R"(The product must be checked in or released. Its structure is reviewed: each component
+is left out, or comes in as a light representation or a document; what stands below
+one that comes in is kept as it is. The work in progress is made in the CAD host,
+placed by the product's matrix, and saved as 'WIP~~NAME.ZVAProduct' in the work
+directory. It is then compared with what was asked for: what is missing, or still at
+the origin, is told.
+
+Patterns are applied from left to right. A pattern (*, ?; capitals are ignored) is
+compared with the part number, the node's text, and the path of part numbers, such as
+as1/rod-assembly/nut; in front of it 'part:' or 'product:' restricts it. The product
+itself is named by '.' alone. Each object is marked once, at its first free node: a
+part number that stands twice among the components of a fresh work in progress costs
+their neighbours. --none takes out all nodes that match.
+
+Without a pattern, a terminal shows the structure: arrows move, Space changes a
+component, and the keys of all else are told below it.
+
+Examples:
+  quintara wip as1
+  quintara wip as1 --light l-bracket --document plate --all-instances --name TRIAL
+  quintara wip as1 --light 'part:*' --none '*bolt*' --dry-run
+)";
+
+inline constexpr auto kRetrieve =
+    R"(The matrix comes from the vault; components of one part number are placed in the order
+of the matrix. The work in progress is named by its file or its part number, with or
+without WIP~~.
+
+Example:
+  quintara retrieve TRIAL
 )";
 
 inline constexpr auto kFlatten = R"(The flat product is called WIP~~NAME. Each chosen part number is one component

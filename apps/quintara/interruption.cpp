@@ -4,6 +4,7 @@
 #include <ctime>
 
 #include "base/failure.h"
+#include "views/console/ncurses_screen.h"
 
 namespace quintara {
 namespace {
@@ -20,7 +21,9 @@ extern "C" void NoteInterruption(int signal) {
   const bool isSecond = interrupted != 0 && now - interruptedAt > kAsOne;
   interrupted = 1;
   std::signal(signal, isSecond ? SIG_DFL : NoteInterruption);
-  if (isSecond) std::raise(signal);
+  if (!isSecond) return;
+  GiveTerminalBackAtOnce();
+  std::raise(signal);
 }
 
 }  // namespace

@@ -13,8 +13,6 @@
 namespace quintara {
 namespace {
 
-constexpr int kLookAt = 8;
-
 std::string Described(const Ref<veldora::VdObject>& object) {
   const auto record = object->Record();
   const auto text = [&](const std::string& attribute) {
@@ -28,7 +26,7 @@ std::string Described(const Ref<veldora::VdObject>& object) {
 
 std::optional<std::size_t> AnswerVaultDialog(const VaultDialog& dialog, std::istream& in, std::ostream& out) {
   if (dialog.objects.empty()) return std::nullopt;
-  if (dialog.kind == kLookAt) {
+  if (dialog.kind == kLookAtDialog) {
     out << OneLine(dialog.title) << '\n';
     for (const auto& object : dialog.objects) AttributesOf(object).Print(out);
     out << std::flush;

@@ -85,6 +85,11 @@ VaultImportReport ImportIntoVault(const VaultImportRequest& request, EmbeddedVau
                   PieceOf(progress, kReading, kWriting));
   const auto plan = PlanOf(assembly->Structure(), folder);
   options.sameChildren = HoldTheSameChildren;
+  if (request.beforeCheckIn) {
+    options.beforeCheckIn = [&](const Ref<veldora::VdObject>& object, std::size_t index) {
+      request.beforeCheckIn({object, index, plan.definitions[index].file, index == assembly->Structure().root});
+    };
+  }
   options.progress = PieceOf(progress, kReading + kWriting, 1 - kReading - kWriting);
   return {assembly->Structure(),
           request.dryRun ? vault.PreviewImport(plan, options) : vault.ImportAssembly(plan, options)};

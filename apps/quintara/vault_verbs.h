@@ -4,6 +4,8 @@
 #include <string>
 #include <vector>
 
+#include "quintara/opened_product.h"
+
 namespace quintara {
 
 class CommandContext;
@@ -39,6 +41,47 @@ struct ShowOptions {
 };
 /// Prints all that the vault holds of objects.
 void RunShow(CommandContext& context, const ShowOptions& options);
+
+struct CheckInOptions {
+  std::vector<std::string> objects;
+  Loaded loaded = Loaded::kAll;
+  bool dryRun = false;
+};
+/// Takes objects through check-in or release, products after the command that writes their matrices.
+void RunCheckIn(CommandContext& context, const CheckInOptions& options);
+void RunRelease(CommandContext& context, const CheckInOptions& options);
+
+struct LifeCycleOptions {
+  std::vector<std::string> objects;
+  bool dryRun = false;
+};
+/// Takes objects through the other operations of the life cycle; the first two bring their files.
+void RunCheckOut(CommandContext& context, const LifeCycleOptions& options);
+void RunNewRelease(CommandContext& context, const LifeCycleOptions& options);
+void RunObsolete(CommandContext& context, const LifeCycleOptions& options);
+
+struct ChildrenOptions {
+  std::string object;
+};
+/// Lists all that a structure holds.
+void RunChildren(CommandContext& context, const ChildrenOptions& options);
+
+struct LinksOptions {
+  std::string object;
+  std::string linkedClass;  ///< empty: the class of documents
+  std::string linkClass;    ///< empty: the document link
+};
+/// Lists what an object is linked to.
+void RunLinks(CommandContext& context, const LinksOptions& options);
+
+struct UnlinkOptions {
+  std::string from;
+  std::string to;
+  std::string linkClass;  ///< empty: the document link
+  bool dryRun = false;
+};
+/// Removes a link.
+void RunUnlink(CommandContext& context, const UnlinkOptions& options);
 
 struct SettingsOptions {
   std::string section;  ///< empty: all

@@ -1,6 +1,8 @@
 #include <algorithm>
 
+#include "quintara/assembly_matrices.h"
 #include "quintara/documents.h"
+#include "quintara/session_start.h"
 #include "quintara/step_import.h"
 #include "quintara/vault_import.h"
 #include "quintara/verbs.h"
@@ -66,19 +68,36 @@ std::string CountsOf(const std::vector<ImportedObject>& objects) {
          " unchanged";
 }
 
+void PrintObjects(CommandContext& context, const VaultImportReport& report, const AssemblyMatrices& matrices) {
+  std::vector<TextTable::Column> columns{{"part number"}, {"kind"}, {"children", true}, {"in the vault"}};
+  if (matrices.WroteAny()) columns.push_back({"matrix"});
+  TextTable table(columns);
+  for (std::size_t i = 0; i < report.objects.size(); ++i) {
+    const auto& definition = report.structure.definitions[i];
+    std::vector<std::string> row{definition.partNumber, KindOf(definition), ChildCountOf(definition),
+                                 TextOf(report.objects[i])};
+    if (matrices.WroteAny()) row.push_back(matrices.TextOf(i));
+    table.AddRow(row);
+  }
+  context.Print(table);
+}
+
 void BringIntoVault(CommandContext& context, const ImportOptions& options, const std::string& file,
                     EmbeddedVault& vault) {
   if (options.replace) throw WrongUse("--replace is of no use with a vault, where nothing is ever replaced");
-  const auto report = ImportIntoVault({file, options.dryRun}, vault, context.TheGeometry(), context.ThePlatform(),
-                                      context.ProgressBarOn());
+  const auto wanted = options.matrices.value_or(ImportedMatrices::kAll);
+  VaultImportRequest request{file, options.dryRun};
+  AssemblyMatrices matrices(context, wanted == ImportedMatrices::kRoot);
+  if (wanted != ImportedMatrices::kNone && !options.dryRun) {
+    StartSession(context);
+    request.beforeCheckIn = [&](const StoredAssembly& assembly) { matrices.Write(assembly); };
+  }
+  const auto report =
+      ImportIntoVault(request, vault, context.TheGeometry(), context.ThePlatform(), context.ProgressBarOn());
+  matrices.Keep();
   const auto& definitions = report.structure.definitions;
   PrintChanges(context, report.structure.changes);
-  TextTable table({{"part number"}, {"kind"}, {"children", true}, {"in the vault"}});
-  for (std::size_t i = 0; i < definitions.size(); ++i) {
-    const auto& definition = definitions[i];
-    table.AddRow({definition.partNumber, KindOf(definition), ChildCountOf(definition), TextOf(report.objects.at(i))});
-  }
-  context.Print(table);
+  PrintObjects(context, report, matrices);
   PrintIfOnePart(context, report.structure, options.file);
   const auto root = "'" + definitions.at(report.structure.root).partNumber + "'";
   const auto counts = CountsOf(report.objects);
@@ -93,6 +112,7 @@ void RunImport(CommandContext& context, const ImportOptions& options) {
   if (auto* vault = context.Vault()) {
     BringIntoVault(context, options, file, *vault);
   } else {
+    if (options.matrices) throw WrongUse("--matrix is of no use without a vault; 'quintara matrix' writes one");
     SplitIntoFolder(context, options, file);
   }
 }

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <tuple>
 
 #include "quintara/command_context.h"
 #include "quintara/pattern.h"
@@ -16,12 +17,33 @@ bool Matches(const Pattern& pattern, const Listed& object) {
          (pattern.Matches(object.partNumber) || pattern.Matches(object.partNumber + " - " + object.revision));
 }
 
-void KeepClass(EmbeddedVault& vault, const std::string& name, std::vector<Listed>& objects) {
-  if (name.empty()) return;
-  if (!SessionOf(vault)->MetaInfo()->Classes()->Find(name)) {
-    throw WrongUse("the vault has no class '" + name + "'");
+// Such as documents, which no list of products and parts has.
+std::vector<Listed> OthersOf(EmbeddedVault& vault, const Ref<veldora::VdClass>& info, bool all) {
+  const auto store = SessionOf(vault)->ObjectStore();
+  const auto query = store->NewQuery();
+  query->Definition()->From()->Add(info->ClassId(), "F");
+  query->Definition()->Select()->Add("OBJECT_ID", "F", false);
+  query->RunClassQuery();
+  const auto objects = store->ObjectsFromRecList(query->Result(), 0)->ObjectsOf("F");
+  std::vector<Listed> listed;
+  for (int i = 0, count = objects->Count(); i < count; ++i) {
+    const auto object = objects->Item(i);
+    const auto revisions = vault.Revisions(object);
+    const bool isNewest = !revisions.empty() && revisions.back().identity.objectId == object->ObjectId();
+    for (const auto& one : revisions) {
+      if (one.identity.objectId == object->ObjectId() && (all || isNewest)) listed.push_back(one);
+    }
   }
-  std::erase_if(objects, [&](const Listed& one) { return one.className != name; });
+  std::ranges::sort(listed, {}, [](const Listed& one) { return std::tie(one.partNumber, one.version); });
+  return listed;
+}
+
+void KeepClass(EmbeddedVault& vault, const LsOptions& options, std::vector<Listed>& objects) {
+  if (options.className.empty()) return;
+  const auto info = SessionOf(vault)->MetaInfo()->Classes()->Find(options.className);
+  if (!info) throw WrongUse("the vault has no class '" + options.className + "'");
+  std::erase_if(objects, [&](const Listed& one) { return one.className != options.className; });
+  if (objects.empty()) objects = OthersOf(vault, info, options.all);
 }
 
 void KeepMatching(const std::vector<std::string>& patterns, std::vector<Listed>& objects) {
@@ -46,7 +68,7 @@ void KeepMatching(const std::vector<std::string>& patterns, std::vector<Listed>&
 void RunLs(CommandContext& context, const LsOptions& options) {
   auto& vault = context.RequireVault();
   auto objects = vault.List(options.all);
-  KeepClass(vault, options.className, objects);
+  KeepClass(vault, options, objects);
   KeepMatching(options.patterns, objects);
   if (objects.empty()) {
     context.Print(options.className.empty() ? "the vault holds no products or parts yet"

@@ -1,12 +1,10 @@
 #include <array>
-#include <memory>
 
 #include "access/session/process.h"
 #include "base/text.h"
 #include "quintara/command_context.h"
-#include "quintara/vault_objects.h"
+#include "quintara/session_start.h"
 #include "quintara/vault_verbs.h"
-#include "services/Cls_Init.h"
 
 namespace quintara {
 namespace {
@@ -61,16 +59,8 @@ std::string TextsText() {
 }  // namespace
 
 void RunVaultSession(CommandContext& context, const VaultSessionOptions& /*options*/) {
-  const auto& vault = context.RequireVault();
-  auto& process = Process();
-  process.gClsInit = std::make_shared<Cls_Init>();
-  if (!process.gClsInit->Init()) {
-    // The language is the last thing that is read before the texts, and without these the box has none.
-    return context.Complain(process.gLanguage.empty()
-                                ? std::string("no session starts")
-                                : "no session starts: the texts in '" + vault.Folder().base +
-                                      "' can't be read, neither in " + process.gSession->Language() + " nor in EN");
-  }
+  StartSession(context);
+  const auto& process = Process();
   TextTable table({{"session"}, {"value"}});
   table.AddRow({"user", context.User()});
   table.AddRow({"work directory", process.gWorkDirectory});

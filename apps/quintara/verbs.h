@@ -14,8 +14,12 @@ class CommandContext;
 // One function a verb. A failure is thrown and ends the verb, a WrongUse before anything was
 // changed; results go to the context.
 
+/// Of which assemblies an import into the vault writes the matrices.
+enum class ImportedMatrices { kAll, kRoot, kNone };
+
 struct ImportOptions {
   std::string file;
+  std::optional<ImportedMatrices> matrices;  ///< nothing: all of them, where there is a vault
   bool replace = false;
   bool dryRun = false;
 };

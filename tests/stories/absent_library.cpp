@@ -1,0 +1,5 @@
+extern "C" int QuintaraAbsentOffice();
+
+extern "C" int QuintaraAbsentOffice() {
+  return 0;
+}
