@@ -16,6 +16,21 @@ std::string Marks(const std::string& columns) {
   return marks;
 }
 
+// The texts must outlive the step.
+void Bind(sqlite3_stmt* statement, std::initializer_list<RawDatabase::Value> values) {
+  int place = 0;
+  for (const auto& value : values) {
+    ++place;
+    if (const auto* number = std::get_if<std::int64_t>(&value)) {
+      sqlite3_bind_int64(statement, place, *number);
+    } else if (const auto* text = std::get_if<std::string>(&value)) {
+      sqlite3_bind_text(statement, place, text->data(), static_cast<int>(text->size()), SQLITE_STATIC);
+    } else {
+      sqlite3_bind_null(statement, place);
+    }
+  }
+}
+
 }  // namespace
 
 RawDatabase::RawDatabase(const std::string& path) {
@@ -57,19 +72,41 @@ RawDatabase::Insertion::~Insertion() {
 }
 
 void RawDatabase::Insertion::Run(std::initializer_list<Value> values) {
-  int place = 0;
-  for (const auto& value : values) {
-    ++place;
-    if (const auto* number = std::get_if<std::int64_t>(&value)) {
-      sqlite3_bind_int64(statement_, place, *number);
-    } else if (const auto* text = std::get_if<std::string>(&value)) {
-      sqlite3_bind_text(statement_, place, text->data(), static_cast<int>(text->size()), SQLITE_STATIC);
-    } else {
-      sqlite3_bind_null(statement_, place);
-    }
-  }
+  Bind(statement_, values);
   Demand(sqlite3_step(statement_) == SQLITE_DONE, sqlite3_db_handle(statement_));
   sqlite3_reset(statement_);
+}
+
+RawDatabase::Question::Question(const RawDatabase& database, const std::string& sql) {
+  Demand(sqlite3_prepare_v2(database.connection_, sql.c_str(), -1, &statement_, nullptr) == SQLITE_OK,
+         database.connection_);
+}
+
+RawDatabase::Question::~Question() {
+  sqlite3_finalize(statement_);
+}
+
+const std::vector<std::string>& RawDatabase::Question::Ask(std::initializer_list<Value> values) {
+  Bind(statement_, values);
+  const int result = sqlite3_step(statement_);
+  Demand(result == SQLITE_ROW || result == SQLITE_DONE, sqlite3_db_handle(statement_));
+  columns_.clear();
+  for (int column = 0; result == SQLITE_ROW && column < sqlite3_column_count(statement_); ++column) {
+    const auto* text = sqlite3_column_text(statement_, column);
+    columns_.emplace_back(text == nullptr ? "" : reinterpret_cast<const char*>(text));
+  }
+  sqlite3_reset(statement_);
+  return columns_;
+}
+
+std::vector<std::int64_t> RawDatabase::Question::Numbers(std::initializer_list<Value> values, int column) {
+  Bind(statement_, values);
+  std::vector<std::int64_t> numbers;
+  int result = SQLITE_ROW;
+  while ((result = sqlite3_step(statement_)) == SQLITE_ROW) numbers.push_back(sqlite3_column_int64(statement_, column));
+  Demand(result == SQLITE_DONE, sqlite3_db_handle(statement_));
+  sqlite3_reset(statement_);
+  return numbers;
 }
 
 }  // namespace quintara::bench

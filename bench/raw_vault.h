@@ -6,6 +6,7 @@
 #include <initializer_list>
 #include <string>
 #include <variant>
+#include <vector>
 
 namespace quintara::bench {
 
@@ -27,6 +28,24 @@ class RawDatabase {
 
    private:
     sqlite3_stmt* statement_ = nullptr;
+  };
+
+  /// One question, prepared once and asked for each row.
+  class Question {
+   public:
+    Question(const RawDatabase& database, const std::string& sql);
+    ~Question();
+    Question(const Question&) = delete;
+    Question& operator=(const Question&) = delete;
+
+    /// The columns of the first row, as texts; no columns where there is none.
+    const std::vector<std::string>& Ask(std::initializer_list<Value> values);
+    /// The numbers that stand in one column, from 0, of all rows.
+    std::vector<std::int64_t> Numbers(std::initializer_list<Value> values, int column);
+
+   private:
+    sqlite3_stmt* statement_ = nullptr;
+    std::vector<std::string> columns_;
   };
 
   /// With the settings under which the vault works.

@@ -1,50 +1,30 @@
-// Stands for what a user waits for: the import of a large assembly, the loading of its structure, and
-// the search for a product's matrix. The import is held against the same rows in the same tables,
-// written by hand on the bare database, and the same bytes in as many files; the other two against
-// themselves on a smaller vault.
+// Stands for what a user waits for: the import of a large assembly, the loading of its structure, the
+// list of all that stands below it, and the search for a product's matrix. The import is held against
+// the same rows in the same tables, written by hand on the bare database, and the same bytes in as many
+// files; the others against themselves on a smaller vault.
 
 #include <benchmark/benchmark.h>
 
 #include <string>
 #include <vector>
 
+#include "access/utils/Cls_Utils.h"
 #include "hosts/vault/embedded_vault.h"
 #include "raw_vault.h"
 #include "vault_import_bench.h"
+#include "vault_structure.h"
 #include "vault_world.h"
 #include "verdicts.h"
 
 namespace quintara::bench {
 namespace {
 
-constexpr std::size_t kFan = 16;
 constexpr int kManyLinks = 32000;
 constexpr int kFewLinks = 4000;
 constexpr int kManyDocuments = 100000;
 constexpr int kFewDocuments = 10000;
 constexpr int kDocumentsOfAProduct = 10;
 constexpr int kQueries = 1000;
-
-// A tree with so many links, each assembly with `kFan` children; gives its root.
-Ref<veldora::VdObject> MakeStructure(EmbeddedVault& vault, int links) {
-  std::vector<Ref<veldora::VdObject>> level;
-  vault.InTransaction([&] {
-    const auto objects = static_cast<std::size_t>(links) + 1;
-    const auto add = [&vault](std::size_t number) {
-      return vault.AddObject("ZORVA Product", {{"NM_CN_PART_NUMBER", "N" + std::to_string(number)}}, {});
-    };
-    level.push_back(add(0));
-    for (std::size_t next = 0; level.size() < objects; ++next) {
-      std::vector<EmbeddedVault::Component> components;
-      while (components.size() < kFan && level.size() + components.size() < objects) {
-        components.push_back({add(level.size() + components.size()), 1});
-      }
-      vault.SetStructure(level[next], components);
-      for (const auto& component : components) level.push_back(component.object);
-    }
-  });
-  return level.front();
-}
 
 // Children, copy and reading of every node, as the review tree asks for them; gives the number of nodes.
 int Load(const Ref<veldora::VdObject>& root) {
@@ -81,6 +61,21 @@ void LoadStructure(benchmark::State& state) {
   Demand(statements == std::int64_t{kStatementsOfANode} * (links + 1) - 1,
          std::to_string(statements) + " statements for " + std::to_string(links + 1) + " nodes");
   state.counters["statements"] = static_cast<double>(statements);
+  state.SetItemsProcessed(state.iterations() * links);
+}
+
+void ListStructure(benchmark::State& state) {
+  const int links = static_cast<int>(state.range(0));
+  World world;
+  const auto root = MakeStructure(world.Vault(), links);
+  Cls_Utils utils;
+  for (auto _ : state) {
+    Ref<veldora::VdObjects> all;
+    const auto start = Clock::now();
+    utils.GetAllChildren(world.Session(), root, all, nullptr, "STATE");
+    Measure(state, start);
+    Demand(all->Count() == links, "objects are missing");
+  }
   state.SetItemsProcessed(state.iterations() * links);
 }
 
@@ -196,11 +191,17 @@ int main(int argc, char** argv) {
   Register("ImportByHand", ImportByHand)->Iterations(1)->Repetitions(3);
   Register("LoadStructure/many", LoadStructure)->Arg(kManyLinks);
   Register("LoadStructure/few", LoadStructure)->Arg(kFewLinks);
+  Register("ListStructure/many", ListStructure)->Arg(kManyLinks);
+  Register("ListStructure/few", ListStructure)->Arg(kFewLinks);
   Register("FindMatrices/many", FindMatrices)->Arg(kManyDocuments);
   Register("FindMatrices/few", FindMatrices)->Arg(kFewDocuments);
   return RunAndJudge(
       argc, argv,
       {{"Import of 10,000 objects, over bare rows and files", {"Import"}, {"ImportByHand"}, 2.5},
        {"Structure, time for a link, 32,000 over 4,000", {"LoadStructure/many", "LoadStructure/few"}, {}, 1.3},
+       {"All below a product, time for an object, 32,000 over 4,000",
+        {"ListStructure/many", "ListStructure/few"},
+        {},
+        1.3},
        {"Matrix of a product, 100,000 documents over 10,000", {"FindMatrices/many"}, {"FindMatrices/few"}, 1.3}});
 }
