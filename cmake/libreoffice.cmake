@@ -30,3 +30,7 @@ target_link_directories(uno_office INTERFACE ${quintara_uno_sdk}/lib)
 target_link_options(uno_office INTERFACE
   LINKER:-rpath,${quintara_office_program} LINKER:-rpath-link,${quintara_office_program})
 target_link_libraries(uno_office INTERFACE uno_cppu uno_cppuhelpergcc3 uno_sal uno_salhelpergcc3)
+if(QUINTARA_SANITIZE MATCHES undefined)
+  # The objects that stand for those of the other process are made at run time, without type information.
+  target_compile_options(uno_office INTERFACE -fno-sanitize=vptr)
+endif()
