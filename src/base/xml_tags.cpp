@@ -97,10 +97,16 @@ class TagScan {
     at_ = found == bytes_.npos ? bytes_.size() : found + end.size();
   }
 
+  // The end begins behind the whole beginning: the comment in "<!--->-->" is "->".
   void SkipSection(std::string_view start) {
-    if (start == "<!--") return SkipPast("-->");
-    if (start.starts_with("<![")) return SkipPast("]]>");
-    SkipPast(start.starts_with("<?") ? "?>" : ">");
+    const auto skip = [&](std::string_view beginning, std::string_view end) {
+      at_ += beginning.size();
+      SkipPast(end);
+    };
+    if (start == "<!--") return skip(start, "-->");
+    if (start.starts_with("<![")) return skip("<![", "]]>");
+    if (start.starts_with("<?")) return skip("<?", "?>");
+    skip("<!", ">");
   }
 
   char Here() const { return at_ < bytes_.size() ? bytes_[at_] : '>'; }

@@ -26,6 +26,11 @@ TEST(XmlDocument, TakesWhatIsWellFormed) {
   }
 }
 
+TEST(XmlDocument, DoesNotEndACommentInItsBeginning) {
+  EXPECT_TRUE(Parses("<a><!--->< 1 b c--></a>"));
+  EXPECT_TRUE(Parses("<a><!--->\n<5\n13; --></a>"));
+}
+
 TEST(XmlDocument, RefusesWhatIsNot) {
   for (const char* text : {"",
                            "   ",
