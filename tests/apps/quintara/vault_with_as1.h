@@ -97,11 +97,9 @@ class VaultWithAs1 : public VaultCli {
   }
 
   /// What is in the work directory of the vault's first user.
-  std::string ReadWork(const std::string& name) const { return elsewhere.Read("quintara.vault/work/admin/" + name); }
+  std::string ReadWork(const std::string& name) const { return elsewhere.Read(WorkName(name)); }
   bool HasWork(const std::string& name) const { return std::filesystem::exists(ToPath(AdminPath(name))); }
-  void WriteWork(const std::string& name, const std::string& bytes) const {
-    elsewhere.Write("quintara.vault/work/admin/" + name, bytes);
-  }
+  void WriteWork(const std::string& name, const std::string& bytes) const { elsewhere.Write(WorkName(name), bytes); }
   /// Moves a child of a product file there by `distance` along X, as a user of the CAD host does.
   void Move(const std::string& file, const std::string& child, double distance) const {
     const auto own = std::make_shared<Gate>();
@@ -124,6 +122,10 @@ class VaultWithAs1 : public VaultCli {
   }
 
  private:
+  /// Of a file in the work directory of the vault's first user, from `elsewhere`.
+  static std::string WorkName(const std::string& name) {
+    return FromPath(ToPath("quintara.vault") / "work" / "admin" / ToPath(name));
+  }
   static const TemporaryFolder& Imported(const std::string& matrices) {
     static std::map<std::string, std::unique_ptr<TemporaryFolder>> made;
     auto& folder = made[matrices];
