@@ -12,7 +12,6 @@ using veldora::VdObject;
 
 constexpr auto kLight = "LWT";
 constexpr auto kDocument = "PRODUCT";
-constexpr int kCriticalModal = box::kCritical + box::kSystemModal;
 
 // Nothing after a message, which has room for an error.
 Ref<AnyObject> TakeActiveDocument() {
@@ -22,14 +21,14 @@ Ref<AnyObject> TakeActiveDocument() {
     Attempt(failure, [&] { document = Process().gZorva->ActiveDocument(); });
   }
   if (document) return document;
-  Show(Process().texts.QD_INSERTWLT_CANT_RETRIEVE_ZORVA_ACTIVEDOCUMENT, kCriticalModal, failure.description);
+  Show(Process().texts.QD_INSERTWLT_CANT_RETRIEVE_ZORVA_ACTIVEDOCUMENT, box::kCriticalModal, failure.description);
   return nullptr;
 }
 
 // That a product is none is no error, so that the one for which the message has room is empty.
 bool IsWip(const Ref<zorva::Product>& root) {
   if (Utils().TestWIP(root)) return true;
-  Show(Process().texts.QD_INSERTWLT_IS_NOT_WIP, kCriticalModal, "");
+  Show(Process().texts.QD_INSERTWLT_IS_NOT_WIP, box::kCriticalModal, "");
   return false;
 }
 
@@ -80,7 +79,7 @@ void Insert(const Ref<VdObject>& object, const std::string& mode) {
 }  // namespace
 
 void Cls_InsertLWT::Run(const Ref<VdObject>& VaultObject, const std::string& Mode) {
-  Reported("Cls_InsertLWT.Run", kCriticalModal, true, [&] {
+  Reported("Cls_InsertLWT.Run", box::kCriticalModal, true, [&] {
     Insert(VaultObject, Mode);
     return true;
   });

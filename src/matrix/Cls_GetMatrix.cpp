@@ -14,7 +14,6 @@
 namespace quintara {
 namespace {
 
-constexpr int kCriticalModal = box::kCritical + box::kSystemModal;
 constexpr auto kCheckIn = "CheckIn";
 constexpr auto kRelease = "Release";
 constexpr auto kWip = "WIP~~";
@@ -30,7 +29,7 @@ struct Subject {
 };
 
 std::nullopt_t Tell(CatalogueText<0>& text) {
-  Show(text, kCriticalModal);
+  Show(text, box::kCriticalModal);
   return std::nullopt;
 }
 

@@ -58,7 +58,7 @@ bool Cls_GetMatrix::MergeInstead(const Ref<zorva::Product>& product) {
     return false;
   }
   if (MergeExcelMatrix(product)) return true;
-  Show(Process().texts.QD_GETMATRIX_ERROR_MERGING_MATRIX, box::kCritical + box::kSystemModal);
+  Show(Process().texts.QD_GETMATRIX_ERROR_MERGING_MATRIX, box::kCriticalModal);
   GiveUp(excel_);
   return false;
 }

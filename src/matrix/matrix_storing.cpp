@@ -14,8 +14,6 @@ using veldora::VdObject;
 using veldora::VdSessionUtil;
 namespace state = veldora::state;
 
-constexpr int kCriticalModal = box::kCritical + box::kSystemModal;
-
 // An operation that makes a document changeable, and what tells that it can't.
 struct TakingUp {
   const char* operation;
@@ -31,7 +29,7 @@ constexpr TakingUp kNewRelease = {"NEWRELEASE", &VdSessionUtil::NewRelease,
 // too, the message comes again.
 Ref<VdObject> TakeUp(const Ref<VdObject>& document, const TakingUp& way) {
   auto& globals = Process();
-  const auto refuse = [&] { Show(globals.texts.*way.refusal, kCriticalModal); };
+  const auto refuse = [&] { Show(globals.texts.*way.refusal, box::kCriticalModal); };
   const auto operation = globals.gSession->MetaInfo()->OperationByName(way.operation);
   auto& util = *globals.gSessionUtil;
   if (!util.CanPerform(document, operation, 0)) refuse();

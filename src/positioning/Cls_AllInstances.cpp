@@ -49,10 +49,10 @@ bool Cls_AllInstances::PlaceComponents(OpenedWorkbook& workbook) {
   const auto ids = MatrixIdsOf(root);
   if (!ids) return false;
   if (!Variant(Utils().ReadStringProperty(root, "WIP", "String")).ToBoolean()) {
-    Show(globals.texts.QD_ALLINSTANCES_RETRIEVE_MATRIX_ONLY_AVAILABLE_FOR_WIP, kInformationModal);
+    Show(globals.texts.QD_ALLINSTANCES_RETRIEVE_MATRIX_ONLY_AVAILABLE_FOR_WIP, box::kInformationModal);
     return false;
   }
-  const auto path = BringMatrix(*ids, kInformationModal);
+  const auto path = BringMatrix(*ids, box::kInformationModal);
   if (!path) return false;
   if (ids->type == MatrixType::XML) {
     return Cls_Matrice().PositionAllInstances(root, *path, globals.gAllInstancesRequested, wip.selection);

@@ -24,7 +24,7 @@ struct ActiveRoot {
 
 bool IsCalledOnWip() {
   if (Utils().IsAWIP()) return true;
-  Show(Process().texts.QD_RETRIEVEMATRIX_ONLY_AVAILABLE_FOR_WIP, kInformationModal);
+  Show(Process().texts.QD_RETRIEVEMATRIX_ONLY_AVAILABLE_FOR_WIP, box::kInformationModal);
   return false;
 }
 
@@ -36,7 +36,7 @@ std::optional<ActiveRoot> TakeActiveRoot() {
     active.components = active.root->Products();
   });
   if (isTaken) return active;
-  Show(Process().texts.QD_RETRIEVEMATRIX_NO_ZORVA_ACTIVEDOCUMENT, kInformationModal);
+  Show(Process().texts.QD_RETRIEVEMATRIX_NO_ZORVA_ACTIVEDOCUMENT, box::kInformationModal);
   return std::nullopt;
 }
 
@@ -76,7 +76,7 @@ std::vector<ExcelPosition> GetPositionsOfPartNumber(const Ref<excel::Worksheet>&
 }  // namespace
 
 void Cls_RetrieveMatrix::Run() {
-  Reported("Cls_RetrieveMatrix.Run", kCriticalModal, false, [&] { return PlaceComponents(); });
+  Reported("Cls_RetrieveMatrix.Run", box::kCriticalModal, false, [&] { return PlaceComponents(); });
 }
 
 bool Cls_RetrieveMatrix::PlaceComponents() {
@@ -87,12 +87,12 @@ bool Cls_RetrieveMatrix::PlaceComponents() {
   Utils().GetThePartNumber(wip->root);
   const auto ids = MatrixIdsOf(wip->root);
   if (!ids) return false;
-  const auto path = BringMatrix(*ids, kCriticalModal);
+  const auto path = BringMatrix(*ids, box::kCriticalModal);
   if (!path) return false;
   if (ids->type == MatrixType::XML) {
     if (!Cls_Matrice().ProcessXMLFile(wip->root, *path)) return false;
   } else if (!ProcessExcelFile(*path, wip->components)) {
-    Show(Process().texts.QD_RETRIEVEMATRIX_ERROR_POSITIONNING_DATA, kCriticalModal);
+    Show(Process().texts.QD_RETRIEVEMATRIX_ERROR_POSITIONNING_DATA, box::kCriticalModal);
     return false;
   }
   Process().gZorva->ActiveWindow()->ActiveViewer()->RefreshView();
@@ -102,10 +102,10 @@ bool Cls_RetrieveMatrix::PlaceComponents() {
 bool Cls_RetrieveMatrix::ProcessExcelFile(const std::string& path, const Ref<zorva::Products>& Products) {
   OpenedWorkbook workbook;
   if (ErrorState failure; !Attempt(failure, [&] { workbook.StartApplication(); })) {
-    Show(Process().texts.QD_RETRIEVEMATRIX_ERROR_EXCEL, kCriticalModal, path, failure.description);
+    Show(Process().texts.QD_RETRIEVEMATRIX_ERROR_EXCEL, box::kCriticalModal, path, failure.description);
     return false;
   }
-  return Reported("Cls_RetrieveMatrix.ProcessExcelFile", kCriticalModal, false, [&] {
+  return Reported("Cls_RetrieveMatrix.ProcessExcelFile", box::kCriticalModal, false, [&] {
     workbook.Open(path);
     PlaceFromSheets(workbook.Sheets(), Products);
     workbook.SaveAndQuit();

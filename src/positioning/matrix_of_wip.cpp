@@ -27,7 +27,7 @@ std::optional<MatrixIds> IdsIn(const Ref<zorva::Product>& root, const char* clas
 std::optional<MatrixIds> MatrixIdsOf(const Ref<zorva::Product>& root) {
   if (const auto ids = IdsIn(root, "DocXMLCID", "DocXMLOID", MatrixType::XML)) return ids;
   if (const auto ids = IdsIn(root, "DocExcelCID", "DocExcelOID", MatrixType::Excel)) return ids;
-  Show(Process().texts.QD_ALLINSTANCES_NO_MATRIX_FOR_ROOT_IN_VELDORA, kCriticalModal);
+  Show(Process().texts.QD_ALLINSTANCES_NO_MATRIX_FOR_ROOT_IN_VELDORA, box::kCriticalModal);
   return std::nullopt;
 }
 
@@ -40,13 +40,13 @@ std::optional<std::string> BringMatrix(const MatrixIds& ids, int styleWithoutDoc
   }
   document->Retrieve();
   if (Utils().CopyMatrixFromDocument(globals.gSession, document, ids.type) != 1) {
-    Show(globals.texts.QD_ALLINSTANCES_RETRIEVE_MATRIX_FAILED, kCriticalModal);
+    Show(globals.texts.QD_ALLINSTANCES_RETRIEVE_MATRIX_FAILED, box::kCriticalModal);
     return std::nullopt;
   }
   const auto* ending = ids.type == MatrixType::XML ? ".xml" : ".xls";
   auto path = PathIn(globals.gWorkDirectory, document->Record()->ValueAsString(globals.gAttrDescription) + ending);
   if (globals.gFileSystem->FileExists(path)) return path;
-  Show(globals.texts.QD_ALLINSTANCES_NO_MATRIX_FOR_FILE, kInformationModal, path);
+  Show(globals.texts.QD_ALLINSTANCES_NO_MATRIX_FOR_FILE, box::kInformationModal, path);
   return std::nullopt;
 }
 

@@ -11,10 +11,6 @@
 
 namespace quintara {
 
-/// Styles of the boxes of the positioning commands.
-inline constexpr int kCriticalModal = box::kCritical + box::kSystemModal;
-inline constexpr int kInformationModal = box::kInformation + box::kSystemModal;
-
 /// The matrix document of a work in progress.
 struct MatrixIds {
   std::int16_t classId;

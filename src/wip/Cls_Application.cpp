@@ -12,7 +12,6 @@ namespace quintara {
 namespace {
 
 constexpr int kForAnyState = -1;
-constexpr int kModalInformation = box::kInformation + box::kSystemModal;
 
 Ref<veldora::VdObject> FirstOf(const Ref<veldora::VdRecList>& selection) {
   const auto record = selection->GetRecord(0);
@@ -35,7 +34,7 @@ void Review(const Ref<veldora::VdObject>& object) {
 void Position() {
   Cls_AllInstances().Run();
   Utils().ExecuteZorvaScript("RetrieveMatrix", "UpdateDisplay");
-  Show(Process().texts.QD_APPLICATION_WIP_CREATION_SUCCESSFUL, kModalInformation);
+  Show(Process().texts.QD_APPLICATION_WIP_CREATION_SUCCESSFUL, box::kInformationModal);
 }
 
 void ReleaseGlobals() {
@@ -59,7 +58,7 @@ Cls_Application::End Cls_Application::ReviewAndPosition(const Ref<veldora::VdRec
   if (!StartCommand()) return End::kNotStarted;
   auto& globals = Process();
   if (selection->RecordCount() >= 2) {
-    Show(globals.texts.QD_APPLICATION_SELECTION_IS_EMPTY, kModalInformation);
+    Show(globals.texts.QD_APPLICATION_SELECTION_IS_EMPTY, box::kInformationModal);
     return End::kCutShort;
   }
   const auto object = FirstOf(selection);

@@ -96,7 +96,7 @@ void frmFind::FindInTree(int node, const std::string& text) {
 }
 
 void frmFind::HighlightNode(Counter16& position) {
-  Reported("frmFind.HighlightNode", box::kCritical + box::kSystemModal, false, [&] {
+  Reported("frmFind.HighlightNode", box::kCriticalModal, false, [&] {
     const auto last = static_cast<int>(UpperBound(Occurrences));
     if (position > last) position = 0;
     if (position < 0) position = last;

@@ -29,7 +29,7 @@ void ShowWindow(const Ref<veldora::VdSession>& session, const Ref<veldora::VdObj
 
 void MainPanel::ShowObjectInformation(const Ref<veldora::VdSession>& session, const Ref<veldora::VdObject>& object) {
   if (MayView(session, object)) return ShowWindow(session, object);
-  Show(Process().texts.QD_FRMMAINPANEL_NOT_ALLOWED_TO_VIEW_OBJECT, box::kCritical + box::kSystemModal,
+  Show(Process().texts.QD_FRMMAINPANEL_NOT_ALLOWED_TO_VIEW_OBJECT, box::kCriticalModal,
        session->UserMetaInfo()->Login(), object->ClassInfo()->ClassName());
 }
 

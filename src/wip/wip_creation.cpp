@@ -15,8 +15,6 @@ namespace {
 
 constexpr int kNamedStages = 3;
 constexpr int kPollInterval = 6000;  // milliseconds
-constexpr int kModalCritical = box::kCritical + box::kSystemModal;
-constexpr int kModalInformation = box::kInformation + box::kSystemModal;
 
 bool Holds(const std::string& tag, const char* state) {
   return tag.find(state) != std::string::npos;
@@ -44,7 +42,7 @@ void MainPanel::cmdCreateWIP_Click() {
 void MainPanel::AbandonCreation(const std::string& description) {
   ProgressDialog->Unload();
   Process().gSkipPositioning = false;
-  Show(Process().texts.COMMON_UNEXPECTED_ERROR, kModalCritical, "MainPanel.cmdCreateWIP_Click", description);
+  Show(Process().texts.COMMON_UNEXPECTED_ERROR, box::kCriticalModal, "MainPanel.cmdCreateWIP_Click", description);
   Unload();
 }
 
@@ -78,7 +76,7 @@ bool MainPanel::CreateWIP() {
   }
   const auto document = AsWip(globals.gZorva->ActiveDocument());
   if (!document) {
-    Show(globals.texts.QD_FRMMAINPANEL_ERROR_INIT, kModalCritical);
+    Show(globals.texts.QD_FRMMAINPANEL_ERROR_INIT, box::kCriticalModal);
     return false;
   }
   MarkRoot(document->Product(), globals.gWIPPartNumber, matrix);
@@ -89,7 +87,7 @@ bool MainPanel::CreateWIP() {
 
 // The panel goes, and the progress stays where it is.
 void MainPanel::TellOfMissingObject() {
-  Show(Process().texts.QD_FRMMAINPANEL_CANT_RETRIEVE_OBJECT, kModalCritical);
+  Show(Process().texts.QD_FRMMAINPANEL_CANT_RETRIEVE_OBJECT, box::kCriticalModal);
   Hide();
   Unload();
 }
@@ -131,7 +129,7 @@ MainPanel::Matrix MainPanel::FindMatrix(const Ref<veldora::VdObject>& root) {
     documents = Utils().GetLinkedDocs(globals.gSession, root, MatrixType::Excel);
   }
   if (!documents) {
-    Show(globals.texts.QD_FRMMAINPANEL_NO_MATRIX_FOUND, kModalInformation);
+    Show(globals.texts.QD_FRMMAINPANEL_NO_MATRIX_FOUND, box::kInformationModal);
     return matrix;
   }
   if (const auto document = MatrixAmong(documents)) {
@@ -146,10 +144,10 @@ Ref<veldora::VdObject> MainPanel::MatrixAmong(const Ref<veldora::VdObjects>& doc
   const int count = documents->Count();
   if (count == 1) return documents->Item(0);
   if (count == 0) {
-    Show(globals.texts.QD_FRMMAINPANEL_NO_MATRIX_FOUND, kModalInformation);
+    Show(globals.texts.QD_FRMMAINPANEL_NO_MATRIX_FOUND, box::kInformationModal);
     return nullptr;
   }
-  Show(globals.texts.QD_FRMMAINPANEL_SEVERAL_MATRIX_FOUND, kModalInformation);
+  Show(globals.texts.QD_FRMMAINPANEL_SEVERAL_MATRIX_FOUND, box::kInformationModal);
   auto picked = Utils().ChooseMatrix(globals.gSession, documents);
   picked->Retrieve();
   return picked;

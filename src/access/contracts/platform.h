@@ -20,6 +20,8 @@ inline constexpr int kQuestion = 32;
 inline constexpr int kWarning = 48;
 inline constexpr int kInformation = 64;
 inline constexpr int kSystemModal = 4096;
+inline constexpr int kCriticalModal = kCritical + kSystemModal;
+inline constexpr int kInformationModal = kInformation + kSystemModal;
 }  // namespace box
 
 /// Codes of the buttons that answer a box.

@@ -18,7 +18,6 @@ namespace {
 
 using veldora::VdObject;
 
-constexpr int kCriticalModal = box::kCritical + box::kSystemModal;
 constexpr std::int16_t kAnyClass = 0;
 
 // The numbers that a property may hold: a finite decimal with an optional sign, and blanks around it.
@@ -128,7 +127,7 @@ Ref<VdObject> Cls_Utils::RetrieveVDObject(const Ref<veldora::VdSession>& Current
 std::string Cls_Utils::GetIdSequence(const Ref<veldora::VdSession>& Session, const std::string& ClassName,
                                      const std::string& AttributID) {
   const auto report = [&](const ErrorState& /*failure*/) {
-    Show(Process().texts.QD_UTILS_UNABLE_TO_GET_NEXT_ID_SEQUENCE, kCriticalModal, AttributID);
+    Show(Process().texts.QD_UTILS_UNABLE_TO_GET_NEXT_ID_SEQUENCE, box::kCriticalModal, AttributID);
   };
   return OrReport(std::string(), report, [&] {
     const auto attribute = Session->MetaInfo()->ClassByName(ClassName)->Attributes()->ItemByName(AttributID);
@@ -175,7 +174,7 @@ bool Cls_Utils::IsAWIP() {
 bool Cls_Utils::CheckClassName(const Ref<veldora::VdSession>& VdSession, const std::string& ClassName) {
   return Reported("Cls_Utils.CheckClassName", box::kCritical, false, [&] {
     if (VdSession->MetaInfo()->Classes()->Find(ClassName)) return true;
-    Show(Process().texts.QD_UTILS_UNABLE_TO_RETRIEVE_OBJECT_EMPTY_2, kCriticalModal, ClassName);
+    Show(Process().texts.QD_UTILS_UNABLE_TO_RETRIEVE_OBJECT_EMPTY_2, box::kCriticalModal, ClassName);
     return false;
   });
 }

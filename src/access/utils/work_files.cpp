@@ -18,7 +18,6 @@ using veldora::VdObject;
 
 constexpr auto kLightEnding = ".lwt";
 constexpr int kMacroProject = 2;
-constexpr int kCriticalModal = box::kCritical + box::kSystemModal;
 
 // Where a document's file lies in the vault's store.
 struct StoredFile {
@@ -128,7 +127,7 @@ bool Cls_Utils::ExecuteZorvaScript(const std::string& ModuleName, const std::str
     const auto library = FromPath(ToPath(globals.gSession->Config()->BaseDirectory()) / "QNTR" / "ProjectQNTR.zvavba");
     const auto service = globals.gZorva->ScriptService();
     if (!service) {
-      Show(Process().texts.QD_UTILS_UTILS_ERROR_IN_ZORVA_SCRIPT, kCriticalModal);
+      Show(Process().texts.QD_UTILS_UTILS_ERROR_IN_ZORVA_SCRIPT, box::kCriticalModal);
       return false;
     }
     service->ExecuteScript(library, kMacroProject, ModuleName, ProcedureName, {});
