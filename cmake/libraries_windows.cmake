@@ -1,7 +1,7 @@
 # Debian has no libraries for Windows, so they are built here from Debian's source packages, which
 # tools/fetch_windows_sources unpacks.
 set(QUINTARA_WINDOWS_SOURCES "${CMAKE_SOURCE_DIR}/build/windows-sources/unpacked"
-    CACHE PATH "Folder with the sources of pugixml and utf8proc")
+    CACHE PATH "Folder with the sources of pugixml, SOCI, SQLite and utf8proc")
 
 enable_language(C)
 set(BUILD_SHARED_LIBS OFF)
@@ -20,6 +20,28 @@ add_library(utf8proc STATIC EXCLUDE_FROM_ALL ${QUINTARA_WINDOWS_SOURCES}/utf8pro
 target_include_directories(utf8proc SYSTEM INTERFACE ${QUINTARA_WINDOWS_SOURCES}/utf8proc)
 target_compile_definitions(utf8proc PUBLIC UTF8PROC_STATIC)
 quintara_foreign(utf8proc)
+
+add_library(sqlite3 STATIC EXCLUDE_FROM_ALL ${QUINTARA_WINDOWS_SOURCES}/sqlite3/amalgamation/sqlite3.c)
+target_include_directories(sqlite3 SYSTEM PUBLIC ${QUINTARA_WINDOWS_SOURCES}/sqlite3/amalgamation)
+target_compile_definitions(sqlite3 PRIVATE SQLITE_THREADSAFE=1 SQLITE_OMIT_LOAD_EXTENSION)
+quintara_foreign(sqlite3)
+
+# Not by its own project, which is an old one that sets the flags of all others.
+set(soci ${QUINTARA_WINDOWS_SOURCES}/soci)
+file(WRITE ${CMAKE_BINARY_DIR}/foreign/soci/soci/soci-config.h
+     "#define SOCI_HAVE_CXX11 1\n#define SOCI_HAVE_SQLITE3\n")
+file(WRITE ${CMAKE_BINARY_DIR}/foreign/soci/soci_backends_config.h "#define DEFAULT_BACKENDS_PATH \".\"\n")
+file(GLOB quintara_soci_core ${soci}/src/core/*.cpp)
+file(GLOB quintara_soci_sqlite3 ${soci}/src/backends/sqlite3/*.cpp)
+add_library(soci_core STATIC EXCLUDE_FROM_ALL ${quintara_soci_core})
+add_library(soci_sqlite3 STATIC EXCLUDE_FROM_ALL ${quintara_soci_sqlite3})
+target_include_directories(soci_core SYSTEM PUBLIC ${soci}/include ${CMAKE_BINARY_DIR}/foreign/soci
+                           PRIVATE ${soci}/include/private)
+target_include_directories(soci_sqlite3 SYSTEM PRIVATE ${soci}/include/private)
+# It could load further backends, of which there are none.
+target_compile_definitions(soci_core PRIVATE SOCI_LIB_PREFIX="" SOCI_LIB_SUFFIX=".dll")
+target_link_libraries(soci_sqlite3 PUBLIC soci_core sqlite3)
+quintara_foreign(soci_core soci_sqlite3)
 
 # Header-only, so the host's package serves; its folder alone, since the rest of the host's headers
 # are not for Windows.

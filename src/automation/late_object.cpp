@@ -17,12 +17,26 @@ WORD FlagsFor(Use use, std::span<const Value> arguments) {
   return isObject ? WORD{DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF} : WORD{DISPATCH_PROPERTYPUT};
 }
 
+// What all interfaces of an object have in common; it lives as long as the object is held.
+IUnknown* IdentityOf(const ComPtr<IDispatch>& object) {
+  ComPtr<IUnknown> identity;
+  return SUCCEEDED(object.As(&identity)) ? identity.Get() : object.Get();
+}
+
 }  // namespace
 
 std::shared_ptr<IdTable> Connection::IdsOf(std::string_view kind) {
   auto& table = kinds_[kind];
   if (!table) table = std::make_shared<IdTable>();
   return table;
+}
+
+std::weak_ptr<AnyObject>& Connection::AdapterOf(const ComPtr<IDispatch>& object, std::string_view kind) {
+  return adapters_[{IdentityOf(object), kind}];
+}
+
+void Connection::Forget(const ComPtr<IDispatch>& object, std::string_view kind) {
+  adapters_.erase({IdentityOf(object), kind});
 }
 
 LateObject::LateObject(ComPtr<IDispatch> object, std::shared_ptr<Connection> connection, std::string_view kind,

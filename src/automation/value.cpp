@@ -5,6 +5,7 @@
 
 #include "automation/text16.h"
 #include "base/failure.h"
+#include "base/text.h"
 
 namespace quintara::automation {
 namespace {
@@ -92,6 +93,7 @@ Value::Value(double value) : Value() {
 }
 
 Value::Value(const std::string& text) : Value() {
+  if (!IsUtf8(text)) throw Failure(failure::kInvalidCall, "What is given to another program is no text");
   variant_.bstrVal = NewBstr(text);
   variant_.vt = VT_BSTR;
 }

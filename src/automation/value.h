@@ -29,6 +29,7 @@ class Value {
   explicit Value(std::int16_t value);
   explicit Value(std::int32_t value);
   explicit Value(double value);
+  /// Failure 5 for what is no UTF-8.
   explicit Value(const std::string& text);
   explicit Value(const Variant& value);
   explicit Value(ComPtr<IDispatch> object);

@@ -23,6 +23,7 @@ class Foreign final : public IDispatch {
   HRESULT STDMETHODCALLTYPE QueryInterface(REFIID kind, void** given) override {
     const bool isKnown = kind == IID_IUnknown || kind == IID_IDispatch;
     *given = isKnown ? static_cast<IDispatch*>(this) : nullptr;
+    if (isKnown) AddRef();
     return isKnown ? S_OK : E_NOINTERFACE;
   }
   // It stands on the test's stack.
@@ -217,6 +218,28 @@ TEST(AnAdapter, IsAnotherKindOnlyWhereItHasWhatTellsIt) {
 
   EXPECT_FALSE(object->AsProduct());
   EXPECT_TRUE(object->AsProducts());
+}
+
+TEST(AnAdapter, IsOneForAnObjectOfAKind) {
+  Foreign foreign;
+  const auto connection = std::make_shared<Connection>();
+  const auto first = Adapt<zorva::Product>(ComPtr<IDispatch>(&foreign), connection);
+
+  const auto second = Adapt<zorva::Product>(ComPtr<IDispatch>(&foreign), connection);
+  const auto other = Adapt<zorva::Products>(ComPtr<IDispatch>(&foreign), connection);
+
+  EXPECT_EQ(first, second);
+  EXPECT_NE(static_cast<AnyObject*>(&*first), static_cast<AnyObject*>(&*other));
+}
+
+TEST(AnAdapter, OfAnObjectThatWasLetGoIsMadeAnew) {
+  Foreign foreign;
+  const auto connection = std::make_shared<Connection>();
+  Adapt<zorva::Product>(ComPtr<IDispatch>(&foreign), connection);
+
+  EXPECT_TRUE(Adapt<zorva::Product>(ComPtr<IDispatch>(&foreign), connection));
+
+  EXPECT_EQ(foreign.references, 1U);
 }
 
 TEST(AnAdapter, GoesOutAsTheObjectBehindIt) {

@@ -160,6 +160,10 @@ TEST(Arrays, AreWrittenInTheirOwnForm) {
   EXPECT_EQ(NumbersIn(ofVariants.Raw()), numbers);
 }
 
+TEST(Texts, WhatIsNoTextDoesNotGoOut) {
+  EXPECT_EQ(NumberOf([] { Value(std::string("a\xFFz")); }), failure::kInvalidCall);
+}
+
 TEST(Texts, WhatIsNoTextBecomesTheReplacementCharacter) {
   EXPECT_EQ(Wide("a\xFFz"), L"a\xFFFDz");
   EXPECT_EQ(Narrow(std::wstring_view(L"a\xD800z")), "a\xEF\xBF\xBDz");

@@ -114,6 +114,10 @@ class LateBound : public Contract, public Adapter {
   LateBound(ComPtr<IDispatch> object, const std::shared_ptr<Connection>& connection)
       : object_(std::move(object), connection, Kind<Contract>::kName, Kind<Contract>::kSharesIds) {}
 
+  ~LateBound() override { object_.TheConnection()->Forget(object_.Object(), Kind<Contract>::kName); }
+  LateBound(const LateBound&) = delete;
+  LateBound& operator=(const LateBound&) = delete;
+
   const LateObject& Behind() const final { return object_; }
 
   std::string Name() override { return Ask<&AnyObject::Name>(); }
@@ -192,7 +196,12 @@ auto MakeAdapter(ComPtr<IDispatch> object, const std::shared_ptr<Connection>& co
     if (!known) throw Failure(failure::kTypeMismatch);
     return Ref<Contract>(std::move(known));
   }
-  return Ref<Contract>(std::make_shared<AdapterClass>(std::move(object), connection));
+  if (!connection) return MakeAdapter<AdapterClass>(std::move(object), std::make_shared<Connection>());
+  auto& known = connection->AdapterOf(object, Kind<Contract>::kName);
+  if (auto adapter = known.lock()) return Ref<Contract>(std::static_pointer_cast<Contract>(std::move(adapter)));
+  auto adapter = std::make_shared<AdapterClass>(std::move(object), connection);
+  known = adapter;
+  return Ref<Contract>(std::move(adapter));
 }
 
 }  // namespace quintara::automation

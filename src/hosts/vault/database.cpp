@@ -7,12 +7,10 @@
 
 #include "base/failure.h"
 #include "base/text.h"
-#include "hosts/vault/connection_text.h"
+#include "hosts/vault/database_message.h"
+#include "hosts/vault/database_server.h"
 
-extern "C" {
-const soci::backend_factory* factory_sqlite3();
-const soci::backend_factory* factory_postgresql();
-}
+extern "C" const soci::backend_factory* factory_sqlite3();
 
 namespace quintara::vault {
 namespace {
@@ -20,12 +18,6 @@ namespace {
 constexpr std::string_view kSqlitePrefix = "sqlite:";
 constexpr std::string_view kPostgresPrefix = "postgresql://";
 constexpr auto kDatabase = "The vault's database";
-
-std::string MessageOf(const soci::soci_error& error) {
-  std::string message = error.get_error_message();
-  while (!message.empty() && (message.back() == '\n' || message.back() == ' ')) message.pop_back();
-  return message;
-}
 
 [[noreturn]] void ThrowDatabaseFailure(const std::string& database, const soci::soci_error& error) {
   const auto message = MessageOf(error);
@@ -71,20 +63,9 @@ std::string SqliteTarget(std::string_view path) {
   return "db=\"" + std::string(path) + "\" timeout=60";
 }
 
-// Messages of the server's library may repeat pieces of the connection.
-std::unique_ptr<soci::session> ConnectedToPostgres(const std::string& connection) {
-  const auto target = HoldsPairs(connection) ? connection.substr(kPostgresPrefix.size()) : connection;
-  try {
-    return std::make_unique<soci::session>(*factory_postgresql(), target);
-  } catch (const soci::soci_error& error) {
-    throw Failure(failure::kDeviceError,
-                  std::string(kDatabase) + ": " + WithoutSecretsOf(connection, MessageOf(error)));
-  }
-}
-
 std::unique_ptr<soci::session> Connected(const std::string& connection) {
   return Guarded(DatabaseNamed(connection), [&] {
-    if (connection.starts_with(kPostgresPrefix)) return ConnectedToPostgres(connection);
+    if (connection.starts_with(kPostgresPrefix)) return ConnectedToServer(connection, kPostgresPrefix);
     if (!connection.starts_with(kSqlitePrefix)) {
       throw Failure(failure::kInvalidCall, "A vault's database is \"sqlite:PATH\" or \"postgresql://...\"");
     }

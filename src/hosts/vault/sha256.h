@@ -20,4 +20,7 @@ std::string HexText(std::span<const std::uint8_t> bytes);
 /// PBKDF2 with HMAC-SHA-256: 32 bytes from a password, that cost `rounds` times two digests.
 Digest PasswordDigest(std::string_view password, std::string_view salt, int rounds);
 
+/// Fills all of `bytes` with random numbers that nobody can foretell.
+void FillWithRandom(std::span<std::uint8_t> bytes);
+
 }  // namespace quintara::vault

@@ -1,8 +1,5 @@
 #include "hosts/vault/users.h"
 
-#include <openssl/crypto.h>
-#include <openssl/rand.h>
-
 #include <array>
 #include <charconv>
 #include <string_view>
@@ -33,13 +30,17 @@ int RoundsOf(const std::string& hash) {
 
 // Takes the same time wherever the two differ.
 bool AreEqual(const std::string& one, const std::string& other) {
-  return one.size() == other.size() && CRYPTO_memcmp(one.data(), other.data(), one.size()) == 0;
+  if (one.size() != other.size()) return false;
+  volatile unsigned difference = 0;
+  for (std::size_t i = 0; i < one.size(); ++i) {
+    difference = difference | (static_cast<unsigned char>(one[i]) ^ static_cast<unsigned char>(other[i]));
+  }
+  return difference == 0;
 }
 
 std::string NewSalt() {
-  std::array<unsigned char, 16> bytes;
-  if (RAND_bytes(bytes.data(), static_cast<int>(bytes.size())) != 1)
-    throw Failure(failure::kInternal, "The system gave no random numbers for a password");
+  std::array<std::uint8_t, 16> bytes;
+  FillWithRandom(bytes);
   return HexText(bytes);
 }
 
