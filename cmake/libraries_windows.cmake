@@ -31,10 +31,18 @@ set(soci ${QUINTARA_WINDOWS_SOURCES}/soci)
 file(WRITE ${CMAKE_BINARY_DIR}/foreign/soci/soci/soci-config.h
      "#define SOCI_HAVE_CXX11 1\n#define SOCI_HAVE_SQLITE3\n")
 file(WRITE ${CMAKE_BINARY_DIR}/foreign/soci/soci_backends_config.h "#define DEFAULT_BACKENDS_PATH \".\"\n")
-file(GLOB quintara_soci_core ${soci}/src/core/*.cpp)
-file(GLOB quintara_soci_sqlite3 ${soci}/src/backends/sqlite3/*.cpp)
-add_library(soci_core STATIC EXCLUDE_FROM_ALL ${quintara_soci_core})
-add_library(soci_sqlite3 STATIC EXCLUDE_FROM_ALL ${quintara_soci_sqlite3})
+function(quintara_soci target folder)
+  list(TRANSFORM ARGN PREPEND ${soci}/src/${folder}/)
+  list(TRANSFORM ARGN APPEND .cpp)
+  add_library(${target} STATIC EXCLUDE_FROM_ALL ${ARGN})
+endfunction()
+quintara_soci(soci_core core
+  backend-loader blob common connection-parameters connection-pool error into-type logger once-temp-type
+  prepare-temp-type procedure ref-counted-prepare-info ref-counted-statement row rowid session statement
+  transaction use-type values)
+quintara_soci(soci_sqlite3 backends/sqlite3
+  blob error factory row-id session standard-into-type standard-use-type statement vector-into-type
+  vector-use-type)
 target_include_directories(soci_core SYSTEM PUBLIC ${soci}/include ${CMAKE_BINARY_DIR}/foreign/soci
                            PRIVATE ${soci}/include/private)
 target_include_directories(soci_sqlite3 SYSTEM PRIVATE ${soci}/include/private)

@@ -6,8 +6,8 @@
 #include <thread>
 
 #include "access/contracts/any_object.h"
-#include "automation/client/late_bound.h"
-#include "automation/com.h"
+#include "automation/dispatch/com.h"
+#include "automation/dispatch/late_bound.h"
 
 namespace quintara::test {
 

@@ -1,4 +1,4 @@
-#include "automation/late_object.h"
+#include "automation/dispatch/late_object.h"
 
 #include <gmock/gmock.h>
 
@@ -7,9 +7,9 @@
 #include <vector>
 
 #include "access/contracts/zorva.h"
-#include "automation/client/late_bound.h"
-#include "automation/failures.h"
-#include "automation/text16.h"
+#include "automation/dispatch/failures.h"
+#include "automation/dispatch/late_bound.h"
+#include "automation/dispatch/text16.h"
 
 namespace quintara::automation {
 namespace {

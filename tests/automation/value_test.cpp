@@ -1,11 +1,11 @@
-#include "automation/value.h"
+#include "automation/dispatch/value.h"
 
 #include <gmock/gmock.h>
 
 #include <limits>
 #include <vector>
 
-#include "automation/text16.h"
+#include "automation/dispatch/text16.h"
 #include "base/failure.h"
 
 namespace quintara::automation {

@@ -1,9 +1,9 @@
-#include "automation/value.h"
+#include "automation/dispatch/value.h"
 
 #include <algorithm>
 #include <limits>
 
-#include "automation/text16.h"
+#include "automation/dispatch/text16.h"
 #include "base/failure.h"
 #include "base/text.h"
 

@@ -1,7 +1,7 @@
-#include "automation/objects.h"
+#include "automation/dispatch/objects.h"
 
-#include "automation/client/late_bound.h"
-#include "automation/serve/served_kind.h"
+#include "automation/dispatch/late_bound.h"
+#include "automation/dispatch/served_kind.h"
 
 namespace quintara::automation {
 namespace {

@@ -2,7 +2,7 @@
 
 #include "access/contracts/any_object.h"
 #include "access/contracts/file_system.h"
-#include "automation/operation.h"
+#include "automation/dispatch/operation.h"
 
 namespace quintara::automation {
 

@@ -4,9 +4,9 @@
 #include <unordered_map>
 #include <vector>
 
-#include "automation/failures.h"
-#include "automation/serve/served_kind.h"
-#include "automation/text16.h"
+#include "automation/dispatch/failures.h"
+#include "automation/dispatch/served_kind.h"
+#include "automation/dispatch/text16.h"
 
 namespace quintara::automation {
 namespace {

@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-#include "automation/com.h"
+#include "automation/dispatch/com.h"
 
 namespace quintara::automation {
 

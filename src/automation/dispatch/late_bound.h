@@ -9,11 +9,12 @@
 #include <utility>
 #include <vector>
 
-#include "automation/kinds.h"
-#include "automation/kinds_excel.h"
-#include "automation/kinds_veldora.h"
-#include "automation/kinds_zorva.h"
-#include "automation/late_object.h"
+#include "automation/dispatch/kinds.h"
+#include "automation/dispatch/kinds_excel.h"
+#include "automation/dispatch/kinds_vault_objects.h"
+#include "automation/dispatch/kinds_vault_session.h"
+#include "automation/dispatch/kinds_zorva.h"
+#include "automation/dispatch/late_object.h"
 
 namespace quintara::automation {
 

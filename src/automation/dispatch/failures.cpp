@@ -1,9 +1,9 @@
-#include "automation/failures.h"
+#include "automation/dispatch/failures.h"
 
 #include <array>
 #include <string>
 
-#include "automation/text16.h"
+#include "automation/dispatch/text16.h"
 
 namespace quintara::automation {
 namespace {

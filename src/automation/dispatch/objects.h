@@ -3,7 +3,7 @@
 #include <memory>
 
 #include "access/contracts/any_object.h"
-#include "automation/com.h"
+#include "automation/dispatch/com.h"
 
 namespace quintara::automation {
 

@@ -6,8 +6,8 @@
 #include <string_view>
 #include <vector>
 
-#include "automation/operation.h"
-#include "automation/value.h"
+#include "automation/dispatch/operation.h"
+#include "automation/dispatch/value.h"
 
 namespace quintara::automation {
 

@@ -1,12 +1,12 @@
-#include "automation/late_object.h"
+#include "automation/dispatch/late_object.h"
 
 #include <algorithm>
 #include <string>
 #include <utility>
 #include <vector>
 
-#include "automation/failures.h"
-#include "automation/text16.h"
+#include "automation/dispatch/failures.h"
+#include "automation/dispatch/text16.h"
 
 namespace quintara::automation {
 namespace {

@@ -6,8 +6,8 @@
 #include <utility>
 #include <vector>
 
-#include "automation/com.h"
-#include "automation/objects.h"
+#include "automation/dispatch/com.h"
+#include "automation/dispatch/objects.h"
 #include "base/variant.h"
 
 namespace quintara::automation {

@@ -1,6 +1,6 @@
 #include <array>
 
-#include "automation/client/late_bound.h"
+#include "automation/dispatch/late_bound.h"
 
 namespace quintara::automation {
 namespace {

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "access/contracts/zorva.h"
-#include "automation/kinds.h"
+#include "automation/dispatch/kinds.h"
 
 namespace quintara::automation {
 

@@ -7,9 +7,9 @@
 #include <unordered_map>
 #include <utility>
 
-#include "automation/com.h"
-#include "automation/operation.h"
-#include "automation/value.h"
+#include "automation/dispatch/com.h"
+#include "automation/dispatch/operation.h"
+#include "automation/dispatch/value.h"
 
 namespace quintara::automation {
 

@@ -1,11 +1,12 @@
-#include "automation/serve/served_kind.h"
+#include "automation/dispatch/served_kind.h"
 
 #include <algorithm>
 
-#include "automation/kinds.h"
-#include "automation/kinds_excel.h"
-#include "automation/kinds_veldora.h"
-#include "automation/kinds_zorva.h"
+#include "automation/dispatch/kinds.h"
+#include "automation/dispatch/kinds_excel.h"
+#include "automation/dispatch/kinds_vault_objects.h"
+#include "automation/dispatch/kinds_vault_session.h"
+#include "automation/dispatch/kinds_zorva.h"
 #include "base/text.h"
 
 namespace quintara::automation {

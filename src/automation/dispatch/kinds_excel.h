@@ -1,7 +1,7 @@
 #pragma once
 
 #include "access/contracts/spreadsheet.h"
-#include "automation/kinds.h"
+#include "automation/dispatch/kinds.h"
 
 namespace quintara::automation {
 

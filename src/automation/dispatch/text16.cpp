@@ -1,4 +1,4 @@
-#include "automation/text16.h"
+#include "automation/dispatch/text16.h"
 
 #include <limits>
 

@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-#include "automation/com.h"
+#include "automation/dispatch/com.h"
 #include "base/failure.h"
 
 namespace quintara::automation {

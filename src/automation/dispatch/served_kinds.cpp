@@ -5,8 +5,8 @@
 #include <utility>
 #include <vector>
 
-#include "automation/client/late_bound.h"
-#include "automation/serve/served_kind.h"
+#include "automation/dispatch/late_bound.h"
+#include "automation/dispatch/served_kind.h"
 
 namespace quintara::automation {
 namespace {
