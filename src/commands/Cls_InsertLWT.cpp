@@ -3,6 +3,7 @@
 #include "access/contracts/zorva.h"
 #include "access/session/process.h"
 #include "access/utils/messages.h"
+#include "commands/light_component.h"
 #include "services/Cls_Init.h"
 
 namespace quintara {
@@ -59,9 +60,7 @@ void AddFile(const Ref<zorva::Products>& components, const std::string& path) {
 void Stamp(const Ref<VdObject>& object) {
   const auto partNumber = object->Record()->ValueAsString(Process().gAttrPartNumber);
   const auto added = Process().gZorva->ActiveDocument()->GetItem(partNumber)->AsProduct();
-  Utils().WriteStringProperty(added, "TYPE", kLight);
-  Utils().WriteStringProperty(added, "OBJECT_ID", std::to_string(object->ObjectId()));
-  Utils().WriteStringProperty(added, "CLASS_ID", std::to_string(object->ClassId()));
+  StampAsLight(added, object);
 }
 
 void Insert(const Ref<VdObject>& object, const std::string& mode) {

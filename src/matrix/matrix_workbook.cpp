@@ -1,5 +1,10 @@
 #include "matrix/matrix_workbook.h"
 
+#include <string>
+
+#include "access/contracts/platform.h"
+#include "access/utils/Cls_Utils.h"
+
 namespace quintara::matrix_workbook {
 namespace {
 
@@ -12,6 +17,16 @@ constexpr int kFewestSheets = 3;
 Sheets SheetsOf(const Ref<excel::Workbook>& workbook) {
   const auto sheets = workbook->Worksheets();
   return {sheets->Item(kTree), sheets->Item(kList)};
+}
+
+// The readers go on with empty names all the same.
+void TellOfAge(const Ref<excel::Worksheet>& list) {
+  if (!list->Cells(1, kInstanceName)->Value().ToText().empty()) return;
+  std::string text =
+      "The matrix has been created with an old version of QNTR (< DROP 4).\r\n"
+      "The instances can't be positioned.\r\n"
+      "Please generate a new matrix for this product.";
+  Utils().ShowMessage(text, box::kInformation, {});
 }
 
 int RaiseSheetsInNewWorkbook(const Ref<excel::Application>& excel) {

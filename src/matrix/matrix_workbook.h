@@ -26,6 +26,9 @@ struct Sheets {
 /// The two worksheets of an open workbook. Failure 9 where there are fewer.
 Sheets SheetsOf(const Ref<excel::Workbook>& workbook);
 
+/// Tells of a workbook that an older generator made: it has no instance name in the first row of `list`, nor in any.
+void TellOfAge(const Ref<excel::Worksheet>& list);
+
 /// Makes the application's new workbooks have as many worksheets as a matrix takes, three at least, and gives
 /// the number that they had.
 int RaiseSheetsInNewWorkbook(const Ref<excel::Application>& excel);

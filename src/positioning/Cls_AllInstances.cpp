@@ -13,16 +13,6 @@
 namespace quintara {
 namespace {
 
-// An older generator wrote no instance names. What follows goes on with empty ones all the same.
-void TellOfAge(const Ref<excel::Worksheet>& list) {
-  if (!TextAt(list, 1, matrix_workbook::kInstanceName).empty()) return;
-  std::string text =
-      "The matrix has been created with an old version of QNTR (< DROP 4).\r\n"
-      "The instances can't be positioned.\r\n"
-      "Please generate a new matrix for this product.";
-  Utils().ShowMessage(text, box::kInformation, {});
-}
-
 ChildPartNumbers PartNumbersOf(const Ref<zorva::Products>& components, Counter16 count) {
   if (count < 1) throw Failure(failure::kSubscriptOutOfRange);
   ChildPartNumbers partNumbers;
@@ -64,7 +54,7 @@ bool Cls_AllInstances::PlaceComponents(OpenedWorkbook& workbook) {
 void Cls_AllInstances::ProcessExcelFile(const Wip& wip, OpenedWorkbook& workbook, const std::string& path) {
   workbook.StartApplication();
   workbook.Open(path);
-  TellOfAge(workbook.Sheets().list);
+  matrix_workbook::TellOfAge(workbook.Sheets().list);
   PlaceFromSheets(wip, workbook.Sheets());
   workbook.SaveAndQuit();
 }

@@ -46,6 +46,7 @@ struct Control {
   bool isEnabled = true;
   bool isChecked = false;     ///< of a radio button
   std::string shortcut = {};  ///< what presses it where there is no pointer: a character, "Enter" or "Esc"
+  bool clicksTick = false;  ///< of a tree: a click ticks a node, so keys go from node to node without one; Space is one
 };
 
 /// A dialog as it is made. The order of the controls is that in which the keyboard goes through them.
@@ -89,7 +90,7 @@ class Events {
 
   /// A button was pressed, or a radio button chosen, by the user.
   virtual void OnClick(const std::string& /*control*/) {}
-  /// A node of a tree was chosen by the user, with the left button or from the keyboard.
+  /// A node of a tree was chosen by the user, with the left button or from the keyboard; where clicks tick, clicked.
   virtual void OnNodeClick(const std::string& /*control*/, int /*node*/) {}
   /// A pointer's button went down on a control; `x` and `y` are in twips within it.
   virtual void OnMouseDown(const std::string& /*control*/, int /*button*/, int /*shift*/, int /*x*/, int /*y*/) {}

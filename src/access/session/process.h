@@ -9,6 +9,7 @@
 #include "access/contracts/dialog.h"
 #include "access/session/matrix_type.h"
 #include "access/session/texts.h"
+#include "base/counter16.h"
 #include "base/ref.h"
 
 namespace quintara {
@@ -21,6 +22,13 @@ class Cls_Utils;
 struct LoadedDialog {
   std::shared_ptr<dialog::Events> owner;
   std::shared_ptr<dialog::View> view;
+};
+
+/// A light component that is offered for replacement by its latest revision.
+struct ReplaceCandidate {
+  std::string Key;  ///< its full name, the key of its node as well
+  Ref<zorva::Product> Product;
+  bool Replace = false;  ///< whether the user has ticked it
 };
 
 /// What the commands of a process share. Commands run one at a time, on one thread.
@@ -56,6 +64,10 @@ struct ProcessGlobals {
   // What the making of a work in progress leaves for its positioning.
   bool gAllInstancesRequested = false;  ///< a component for each instance of a part, not one for all
   bool gSkipPositioning = false;        ///< the whole product came in as one component: nothing to place
+
+  // What the replacement by latest revisions offered last, numbered from 0. Entry 0 is always the root.
+  std::vector<ReplaceCandidate> ReplaceCandidates;
+  Counter16 ReplaceCandidateCount;
 
   // Settings of the section "COMMON".
   std::string gAttrPartNumber;

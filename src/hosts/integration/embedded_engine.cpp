@@ -87,7 +87,7 @@ void EmbeddedEngine::Connect(const std::string& login, const std::string& passwo
   const auto user = around_.session->UserMetaInfo();
   if (user->Login() != login || user->Password() != password) {
     throw Failure(failure::kPermissionDenied,
-                  "The user \"" + login + "\" isn't logged on to the vault with this password");
+                  "Nobody is logged on to the vault under this name and with this password");
   }
   connected_ = true;
 }

@@ -61,9 +61,9 @@ struct Mark {
 };
 
 constexpr Mark kMarks[] = {
-    {"none", "○", ".", ScreenStyle::kPlain},
-    {"lwt", "◐", "L", ScreenStyle::kLight},
-    {"doc", "●", "D", ScreenStyle::kDocument},
+    {"none", "○", ".", ScreenStyle::kPlain},   {"lwt", "◐", "L", ScreenStyle::kLight},
+    {"doc", "●", "D", ScreenStyle::kDocument}, {"no", "☐", "_", ScreenStyle::kPlain},
+    {"yes", "☑", "X", ScreenStyle::kLight},
 };
 constexpr Mark kUnknown{"", " ", " ", ScreenStyle::kPlain};
 
@@ -138,6 +138,12 @@ class Panel {
     for (const auto& [label, mark] : entries) {
       line.push_back({Sign(*mark, kind_) + " " + Shown(label->control.text, kind_) + "  ", mark->style});
     }
+    AddLine(line);
+  }
+
+  void AddTicking() {
+    ScreenLine line{{"Space  ", ScreenStyle::kFaint}};
+    for (const auto* state : {"no", "yes"}) line.push_back({Sign(MarkOf(state), kind_) + " ", MarkOf(state).style});
     AddLine(line);
   }
 
@@ -224,6 +230,7 @@ DialogLines PanelLines(const ViewItems& items, const std::optional<TypedIn>& typ
     }
   }
   panel.AddLegend(hasTree);
+  if (std::ranges::any_of(items, [](const ViewItem& item) { return item.control.clicksTick; })) panel.AddTicking();
   panel.AddLabels();
   for (const auto& message : messages) panel.AddMessage(message);
   panel.AddKeys();

@@ -143,7 +143,7 @@ bool FullScreenView::PressInTree(const Key& key) {
     case Code::kLeft: Fold(); return true;
     case Code::kCharacter: {
       if (key.text != " ") return false;
-      ClickRight();
+      tree_->control.clicksTick ? ClickLeft() : ClickRight();
       return true;
     }
     default: return false;
@@ -230,7 +230,7 @@ void FullScreenView::MoveTo(int row) {
   cursor_ = node;
   tree_->selected = node;
   ScrollTo(rows_.RowOf(node));
-  Sink().OnNodeClick(tree_->control.name, node);
+  if (!tree_->control.clicksTick) Sink().OnNodeClick(tree_->control.name, node);
 }
 
 void FullScreenView::Unfold() {
@@ -252,6 +252,12 @@ void FullScreenView::Fold() {
   } else if (const int parent = content.Parent(cursor_)) {
     MoveTo(rows_.RowOf(parent));
   }
+}
+
+void FullScreenView::ClickLeft() {
+  if (cursor_ == 0) return;
+  tree_->selected = cursor_;
+  Sink().OnNodeClick(tree_->control.name, cursor_);
 }
 
 void FullScreenView::ClickRight() {

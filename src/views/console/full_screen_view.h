@@ -14,9 +14,9 @@
 namespace quintara {
 
 /// A modal dialog on the full screen. With a tree it takes all of it: the arrows move the cursor and open and
-/// close nodes, Space is the pointer's right button on the cursor's node. Without one it is a few lines below
-/// the dialog that it is modal to, and its text box is typed in at once. Keys press the controls that name them;
-/// one of a radio button that is chosen already chooses the next. "q" is as good as Esc.
+/// close nodes, Space is the pointer's right button on the cursor's node, the left one where clicks tick. Without one
+/// it is a few lines below the dialog that it is modal to, and its text box is typed in at once. Keys press the
+/// controls that name them; one of a radio button that is chosen already chooses the next. "q" is as good as Esc.
 class FullScreenView final : public PlainView, private ScreenDialog {
  public:
   FullScreenView(const dialog::Layout& layout, dialog::Events& events, std::shared_ptr<FullScreen> screen);
@@ -63,6 +63,7 @@ class FullScreenView final : public PlainView, private ScreenDialog {
   void MoveTo(int row);
   void Unfold();
   void Fold();
+  void ClickLeft();
   void ClickRight();
   void ScrollTo(int row);
 
