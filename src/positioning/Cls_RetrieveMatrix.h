@@ -21,8 +21,10 @@ class Cls_RetrieveMatrix : public WorkbookPositions {
   /// spreadsheet application running.
   void Run();
 
-  /// Fills `MatriceResultat` with the position of the instance at that row and column in the frame of the root, the
-  /// root's own position included.
+  /// Fills `MatriceResultat` with the position of the instance at this row and column of the first worksheet of a
+  /// matrix workbook, in the frame of the root, the root's own position included; at row 1, column 1, the root itself,
+  /// with its cells as they stand. Failures go to the caller: 1004 outside of the worksheet, 13 for a cell that is no
+  /// number.
   void Positionner(const Ref<excel::Worksheet>& CurrentWorkSheet, std::int16_t ligne_fils, std::int16_t colonne_fils);
 
  private:

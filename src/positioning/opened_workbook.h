@@ -13,11 +13,15 @@ namespace quintara {
 class OpenedWorkbook {
  public:
   void StartApplication();
+  /// Keeps the application out of sight, opens the file, and takes the worksheets of what is active then. Failure 9
+  /// where there are fewer than two.
   void Open(const std::string& path);
+  /// Writes the workbook back, closes it and ends the application.
   void SaveAndQuit();
   /// Ends what was begun and isn't ended yet, as far as that is possible.
   void Abandon();
 
+  /// Nothing before `Open`.
   const matrix_workbook::Sheets& Sheets() const { return sheets_; }
 
  private:

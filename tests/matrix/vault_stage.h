@@ -15,7 +15,6 @@
 
 namespace quintara::test {
 
-inline constexpr int kCriticalModal = 4112;
 inline constexpr int kModalQuestion = 4132;
 
 /// Hosts on which an assembly stands in the vault and is open in the CAD host, as a session has it that

@@ -69,18 +69,6 @@ TEST_F(AllInstances, IsNotAskedToDoMoreInAFreshProcess) {
   EXPECT_FALSE(Process().gSkipPositioning);
 }
 
-TEST_F(AllInstances, EndsWithoutAWordOfItsOwnWhereNothingRuns) {
-  GivenWip({"BOLT"});
-  GivenXmlMatrix(Plant());
-  Init();
-  host.RegisterItem("HIXEngine", nullptr);
-  const auto told = BoxesOfInit();
-
-  EXPECT_EQ(BoxesOfPlaceAll(), told);
-
-  ExpectUntouched();
-}
-
 TEST_F(AllInstances, ReportsThatNoDocumentIsOpen) {
   const auto boxes = BoxesOfPlaceAll();
 
@@ -113,12 +101,26 @@ TEST_F(AllInstances, ReportsMoreComponentsThanSixteenBitsCount) {
   EXPECT_THAT(BoxesOfPlaceAll(), ElementsAre(ReportOfRun("Overflow")));
 }
 
-TEST_F(AllInstances, TellsThatNoMatrixIsRemembered) {
+TEST_F(AllInstances, LeavesWhatItIsAskedForAsItStands) {
   GivenWip({"BOLT"});
+  GivenXmlMatrix(Plant());
+  Process().gAllInstancesRequested = true;
+  PlaceAll();
+  EXPECT_TRUE(Process().gAllInstancesRequested);
 
-  EXPECT_THAT(BoxesOfPlaceAll(), ElementsAre(TextBox("QD.ALLINSTANCES.NO_MATRIX_FOR_ROOT_IN_VELDORA", kCriticalModal)));
+  Process().gSkipPositioning = true;
+  PlaceAll();
+  EXPECT_TRUE(Process().gSkipPositioning);
+}
 
-  ExpectUntouched();
+TEST_F(AllInstances, LooksForTheMarkBeforeTheMatrixInTheVault) {
+  GivenProduct({"BOLT"});
+  Mark("WIP", "FALSE");
+  Mark("DocXMLCID", "0");
+  Mark("DocXMLOID", "0");
+
+  EXPECT_THAT(BoxesOfPlaceAll(),
+              ElementsAre(TextBox("QD.ALLINSTANCES.RETRIEVE_MATRIX_ONLY_AVAILABLE_FOR_WIP", kInformationModal)));
 }
 
 TEST_F(AllInstances, LooksForTheMatrixBeforeTheMark) {
@@ -126,30 +128,6 @@ TEST_F(AllInstances, LooksForTheMatrixBeforeTheMark) {
   Mark("WIP", "FALSE");
 
   EXPECT_THAT(BoxesOfPlaceAll(), ElementsAre(TextBox("QD.ALLINSTANCES.NO_MATRIX_FOR_ROOT_IN_VELDORA", kCriticalModal)));
-}
-
-TEST_F(AllInstances, TakesTheXmlMatrixBeforeTheWorkbook) {
-  GivenWip({"BOLT"});
-  GivenWorkbook({"PLANT", "PLANT", At(0), {{"BOLT", "BOLT.1", At(5), {}}}});
-  GivenXmlMatrix(Plant());
-
-  EXPECT_THAT(BoxesOfPlaceAll(), IsEmpty());
-
-  EXPECT_THAT(PositionsOf(root), ElementsAre(At(1001)));
-}
-
-TEST_F(AllInstances, ReportsAnIdThatIsNoNumber) {
-  GivenWip({"BOLT"});
-  Mark("DocXMLCID", "-1");
-  Mark("DocXMLOID", "-1");
-  Mark("DocExcelCID", "3");
-  Mark("DocExcelOID", "three");
-
-  const auto boxes = BoxesOfPlaceAll();
-
-  ASSERT_EQ(boxes.size(), 1U);
-  EXPECT_THAT(boxes[0].text, StartsWith("EN COMMON.UNEXPECTED_ERROR [Cls_AllInstances.Run] ["));
-  EXPECT_THAT(boxes[0].text, HasSubstr("three"));
 }
 
 TEST_F(AllInstances, IsOnlyForAWorkInProgress) {
@@ -179,75 +157,14 @@ TEST_F(AllInstances, ReportsAMarkThatMeansNothing) {
     GivenProduct({"BOLT"});
     if (*neither != '\0') Mark("WIP", neither);
     GivenXmlMatrix(Plant());
+    EndInit();  // the texts are filled in for good, and read again by the next start
     const auto boxes = BoxesOfPlaceAll();
     ASSERT_EQ(boxes.size(), 1U) << neither;
     EXPECT_THAT(boxes[0].text, StartsWith("EN COMMON.UNEXPECTED_ERROR [Cls_AllInstances.Run] ["));
     EXPECT_EQ(boxes[0].style, kCritical);
+    EXPECT_THAT(boxes[0].text, HasSubstr("\"" + std::string(neither) + "\""));
     ExpectUntouched();
   }
-}
-
-TEST_F(AllInstances, TellsAWipMadeWithoutMatrixInAnotherStyle) {
-  GivenWip({"BOLT"});
-  Mark("DocExcelCID", "0");
-  Mark("DocExcelOID", "0");
-
-  EXPECT_THAT(BoxesOfPlaceAll(),
-              ElementsAre(TextBox("QD.ALLINSTANCES.NO_MATRIX_FOR_ROOT_IN_VELDORA", kInformationModal)));
-
-  ExpectUntouched();
-}
-
-TEST_F(AllInstances, ReportsADocumentThatCantBeRead) {
-  GivenWip({"BOLT"});
-  GivenXmlMatrix(Plant());
-  Init();
-  // Four readings on the way to the newest revision come before.
-  gate->FailOperation("VdObject.Retrieve", 5);
-
-  EXPECT_THAT(BoxesOfPlaceAll(), ElementsAre(ReportOfRun("Injected failure")));
-}
-
-TEST_F(AllInstances, TellsThatTheMatrixCantBeCopied) {
-  GivenWip({"BOLT"});
-  GivenXmlMatrix(Plant());
-  gate->FailOperation("VdSessionUtil.CopyDocumentFile");
-
-  EXPECT_THAT(BoxesOfPlaceAll(), ElementsAre(TextBox("QD.ALLINSTANCES.RETRIEVE_MATRIX_FAILED", kCriticalModal)));
-
-  gate->Reset();
-  ExpectUntouched();
-}
-
-TEST_F(AllInstances, NamesTheFileThatIsntThere) {
-  GivenWip({"BOLT"});
-  GivenWorkbook(Plant());
-  Init();
-  GivenBlindFileSystem();
-
-  EXPECT_THAT(BoxesOfPlaceAll(), ElementsAre(TextBox("QD.ALLINSTANCES.NO_MATRIX_FOR_FILE", kInformationModal,
-                                                     {WorkPath("PLANT Matrix.xls")})));
-
-  ExpectUntouched();
-}
-
-TEST_F(AllInstances, LeavesItToTheMatrixToReportABadFile) {
-  GivenWip({"BOLT"});
-  Remember("DocXML", AddMatrix(".xml", "no matrix"));
-
-  const auto boxes = BoxesOfPlaceAll();
-
-  ASSERT_EQ(boxes.size(), 1U);
-  EXPECT_THAT(boxes[0].text, StartsWith("Error in loading XML file \"" + WorkPath("PLANT Matrix.xml") + "\" : "));
-}
-
-TEST_F(AllInstances, LeavesItToTheMatrixToReportAnUnknownComponent) {
-  GivenWip({"BOLT", "STRANGER"});
-  GivenXmlMatrix(Plant());
-
-  EXPECT_THAT(BoxesOfPlaceAll(), ElementsAre(UnexpectedError("PositionAllInstances", "Subscript out of range")));
-
-  EXPECT_THAT(PositionsOf(root), ElementsAre(At(1001), kIdentityPosition));
 }
 
 }  // namespace

@@ -22,6 +22,14 @@ class AllInstancesOfWorkbook : public WipTest {
   static Box ReportOfRun(const std::string& description) {
     return Report("Cls_AllInstances.Run", kCritical, description);
   }
+  // The last calls of a run in which an operation fails whenever it is called.
+  std::vector<std::string> LastCallsWithout(const std::string& operation, std::ptrdiff_t count) {
+    GivenWip({"PLATE"});
+    GivenWorkbook(Plant());
+    gate->FailOperation(operation);
+    const auto calls = WholeRecord([&] { PlaceAll(); });
+    return {calls.end() - count, calls.end()};
+  }
   void ExpectEnded() {
     EXPECT_EQ(spreadsheet->running, 0);
     EXPECT_THAT(spreadsheet->open, IsEmpty());
@@ -142,6 +150,33 @@ TEST_F(WantingAllInstances, KeepsNoCoverFromOneInstanceToTheNext) {
   PlaceAll();
 
   EXPECT_THAT(NamesOf(root), ElementsAre("BOLT.2", "GROUP.1", "BOLT.3"));
+}
+
+TEST_F(WantingAllInstances, CountsNoComponentPastTheLastNumber) {
+  std::vector<std::string> partNumbers(32'767, "OTHER");
+  partNumbers.front() = "A";
+  GivenWip(partNumbers);
+  GivenWorkbook({"R", "R", At(0), {{"A", "A.1", At(1), {}}, {"A", "A.2", At(2), {}}}});
+
+  EXPECT_THAT(BoxesOfPlaceAll(), ElementsAre(ReportOfRun("Overflow")));
+
+  // The copy is there, but nothing gets at it.
+  const auto positions = PositionsOf(root);
+  EXPECT_EQ(positions.size(), 32'768U);
+  EXPECT_EQ(positions.front(), At(1));
+  EXPECT_EQ(positions.back(), kIdentityPosition);
+  ExpectEnded();
+}
+
+TEST_F(AllInstancesOfWorkbook, AreNamedBeforeTheyAreMoved) {
+  GivenWip({"PLATE"});
+  GivenWorkbook(Plant());
+  gate->FailOperation("Position.SetComponents");
+
+  EXPECT_THAT(BoxesOfPlaceAll(), ElementsAre(ReportOfRun("Injected failure")));
+
+  gate->Reset();
+  EXPECT_THAT(NamesOf(root), ElementsAre("PLATE.1"));
 }
 
 TEST_F(AllInstancesOfWorkbook, AreLeftOutBelowAComponentOfTheirOwnPart) {
@@ -276,6 +311,7 @@ TEST_F(AllInstancesOfWorkbook, FailOutsideOfTheWorksheet) {
     GivenWip({"PLATE"});
     GivenWorkbook(Plant());
     List()[{6, 3}] = column;
+    EndInit();  // the texts are filled in for good, and read again by the next start
     EXPECT_THAT(BoxesOfPlaceAll(), ElementsAre(ReportOfRun("Subscript out of range"))) << column;
     ExpectEnded();
   }
@@ -366,6 +402,23 @@ TEST_F(AllInstancesOfWorkbook, AreInPlaceWhenTheEndFails) {
     gate->Reset();
     EXPECT_THAT(PositionsOf(root), ElementsAre(At(1000, 0, 5)));
   }
+}
+
+TEST_F(AllInstancesOfWorkbook, EndTheApplicationWhereTheWorkbookCantBeSaved) {
+  EXPECT_THAT(LastCallsWithout("Workbook.Save", 3),
+              ElementsAre("Workbook.Save", "Workbook.Close(False)", "ExcelApplication.Quit"));
+  ExpectEnded();
+}
+
+TEST_F(AllInstancesOfWorkbook, EndTheApplicationWhereTheWorkbookCantBeClosed) {
+  EXPECT_THAT(LastCallsWithout("Workbook.Close(False)", 4),
+              ElementsAre("Workbook.Save", "Workbook.Close(False)", "Workbook.Close(False)", "ExcelApplication.Quit"));
+  EXPECT_EQ(spreadsheet->running, 0);
+}
+
+TEST_F(AllInstancesOfWorkbook, TryTwiceToEndTheApplication) {
+  EXPECT_THAT(LastCallsWithout("ExcelApplication.Quit", 3),
+              ElementsAre("Workbook.Close(False)", "ExcelApplication.Quit", "ExcelApplication.Quit"));
 }
 
 TEST_F(WantingAllInstances, KeepsWhatWasMadeBeforeAFailure) {

@@ -22,6 +22,17 @@ class RetrieveFromWorkbook : public WipTest {
   static Box ReportOfWorkbook(const std::string& description) {
     return Report("Cls_RetrieveMatrix.ProcessExcelFile", kCriticalModal, description);
   }
+  // The test for the design form fails, once. Gives the number of the call that reads the list first otherwise.
+  std::ptrdiff_t GivenComponentThatLosesItsForm() {
+    GivenWip({"PLATE"});
+    GivenWorkbook(Plant());
+    Retrieve();
+    const auto whole = WholeRecord([&] { Retrieve(); });
+    // Just before the list is read come the reading that tests the form and the one that counts.
+    const auto list = std::ranges::find(whole, "Worksheet.Cells(2: 1, 1)") - whole.begin();
+    gate->FailCall(static_cast<int>(list) - 1);
+    return list;
+  }
   std::vector<std::string> CallsOfRetrieve(const std::string& name) {
     return CallsOf(CallsOfHosts([&] { Retrieve(); }), name);
   }
@@ -153,6 +164,41 @@ TEST_F(RetrieveFromWorkbook, StopsInSilenceAtAComponentWithoutPartNumber) {
   EXPECT_EQ(host.Redraws(), 1);
 }
 
+TEST_F(RetrieveFromWorkbook, ReadsOnBehindAComponentWithoutPartNumber) {
+  GivenWip({"PLATE", "", "GROUP"});
+  host.SetForm(Child(3), ComponentForm::kWithoutDesign);
+  GivenWorkbook(Plant());
+
+  EXPECT_THAT(BoxesOfRetrieve(), SizeIs(2));
+
+  EXPECT_EQ(spreadsheet->running, 1);
+}
+
+TEST_F(RetrieveFromWorkbook, TellsCapitalsApart) {
+  GivenWip({"BOLT", "bolt", "BOLT"});
+  Child(1)->SetName("bolt.2");
+  Child(2)->SetName("BOLT.2");
+  Child(3)->SetName("BOLT.2");
+  GivenWorkbook(Plant());
+
+  // No row is the "bolt"'s, which ends the run.
+  EXPECT_THAT(BoxesOfRetrieve(), ElementsAre(ReportOfWorkbook("There is no cell 0, 15"), Failed()));
+
+  EXPECT_THAT(PositionsOf(root), ElementsAre(At(0), At(0), At(1003, 100)));
+}
+
+TEST_F(RetrieveFromWorkbook, ReportsMoreComponentsThanSixteenBitsCount) {
+  GivenWip(std::vector<std::string>(32'768, "BOLT"));
+  GivenWorkbook(Plant());
+
+  std::vector<Box> boxes;
+  const auto calls = CallsOfHosts([&] { boxes = BoxesOfRetrieve(); });
+
+  EXPECT_THAT(boxes, ElementsAre(ReportOfWorkbook("Overflow"), Failed()));
+  EXPECT_THAT(CallsOf(calls, "Products.Item"), IsEmpty());
+  EXPECT_EQ(spreadsheet->running, 1);
+}
+
 TEST_F(RetrieveFromWorkbook, FailsAtAComponentWithoutDesignForm) {
   GivenWip({"PLATE", "BOLT"});
   host.SetForm(Child(2), ComponentForm::kWithoutDesign);
@@ -167,14 +213,8 @@ TEST_F(RetrieveFromWorkbook, FailsAtAComponentWithoutDesignForm) {
 }
 
 TEST_F(RetrieveFromWorkbook, ReadsAComponentThatLosesItsDesignFormInTheModesTwoAndOne) {
-  GivenWip({"PLATE"});
-  GivenWorkbook(Plant());
-  Retrieve();
-  const auto whole = WholeRecord([&] { Retrieve(); });
-  // Just before the list is read come the reading that tests the form and the one that counts.
-  const auto list = std::ranges::find(whole, "Worksheet.Cells(2: 1, 1)") - whole.begin();
+  const auto list = GivenComponentThatLosesItsForm();
   gate->StartRecording();
-  gate->FailCall(static_cast<int>(list) - 1);
 
   Retrieve();
 
@@ -183,6 +223,13 @@ TEST_F(RetrieveFromWorkbook, ReadsAComponentThatLosesItsDesignFormInTheModesTwoA
   EXPECT_THAT(std::vector<std::string>(record.begin() + list - 3, record.begin() + list + 3),
               ElementsAre("Product.PartNumber", "Product.PartNumber", "Product.SetWorkMode(2)", "Product.PartNumber",
                           "Product.SetWorkMode(1)", "Worksheet.Cells(2: 1, 1)"));
+}
+
+TEST_F(RetrieveFromWorkbook, TakesAComponentWhoseFormStaysLostForAnUnknownOne) {
+  GivenComponentThatLosesItsForm();
+  gate->FailOperation("Product.SetWorkMode");
+
+  EXPECT_THAT(BoxesOfRetrieve(), ElementsAre(ReportOfWorkbook("There is no cell 0, 15"), Failed()));
 }
 
 TEST_F(RetrieveFromWorkbook, KeepsWhatItFoundBeforeABadRow) {

@@ -20,17 +20,6 @@ class BlindFileSystem final : public FileSystemObject {
 
 }  // namespace
 
-Box TextBox(const std::string& key, int style, const std::vector<std::string>& parameters) {
-  auto text = "EN " + key;
-  for (const auto& parameter : parameters) text += " [" + parameter + "]";
-  for (std::size_t at = 0; (at = text.find("ENT", at)) != std::string::npos; at += 2) text.replace(at, 3, "\r\n");
-  return {text, style, "Quintara"};
-}
-
-Box Report(const std::string& label, int style, const std::string& description) {
-  return TextBox("COMMON.UNEXPECTED_ERROR", style, {label, description});
-}
-
 std::vector<Component> ComponentsOf(const Ref<zorva::Product>& root) {
   std::vector<Component> components;
   const auto children = root->Products();

@@ -16,15 +16,6 @@
 
 namespace quintara::test {
 
-inline constexpr int kInformation = 64;
-inline constexpr int kCriticalModal = 4112;
-inline constexpr int kInformationModal = 4160;
-
-/// The box of a catalogue text with these parameters.
-Box TextBox(const std::string& key, int style, const std::vector<std::string>& parameters = {});
-/// The standard report.
-Box Report(const std::string& label, int style, const std::string& description);
-
 /// What can be seen of the components of a flat product: all of it, which needs their design form, or a part.
 std::vector<Component> ComponentsOf(const Ref<zorva::Product>& root);
 std::vector<PositionMatrix> PositionsOf(const Ref<zorva::Product>& root);

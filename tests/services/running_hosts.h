@@ -17,6 +17,9 @@
 namespace quintara::test {
 
 inline constexpr int kCritical = 16;
+inline constexpr int kInformation = 64;
+inline constexpr int kCriticalModal = 4112;
+inline constexpr int kInformationModal = 4160;
 
 void PrintTo(const Box& box, std::ostream* out);
 
@@ -28,6 +31,12 @@ inline Box Told(const std::string& text) {
 /// The text that `RunningHosts` writes for a key: language, key, and in brackets the token of each
 /// parameter.
 std::string CatalogueTextOf(const std::string& language, const TextKey& key);
+
+/// What the English text of a key says with these parameters, and the box of it.
+std::string Says(const std::string& key, const std::vector<std::string>& parameters = {});
+Box TextBox(const std::string& key, int style, const std::vector<std::string>& parameters = {});
+/// The standard report.
+Box Report(const std::string& label, int style, const std::string& description);
 
 /// A vault, a CAD host and the integration engine between them, and the NLS files of a language. All
 /// share one gate. What a command would attach to is told to the platform by the `Run...` operations.
