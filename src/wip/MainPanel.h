@@ -90,7 +90,8 @@ class MainPanel : public Form {
   void Close();
   static Ref<veldora::VdObject> RootAgain();
   static Matrix FindMatrix(const Ref<veldora::VdObject>& root);
-  static Ref<veldora::VdObject> MatrixAmong(const Ref<veldora::VdObjects>& documents);
+  static Matrix MatrixAmong(const Ref<veldora::VdObjects>& documents, MatrixType type);
+  static Ref<veldora::VdObject> OneOf(const Ref<veldora::VdObjects>& documents);
   std::string CompileName(const Matrix& matrix);
   static bool HasTwin(const std::string& name);
   static bool WaitForDocument();

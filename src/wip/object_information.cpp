@@ -29,8 +29,9 @@ void ShowWindow(const Ref<veldora::VdSession>& session, const Ref<veldora::VdObj
 
 void MainPanel::ShowObjectInformation(const Ref<veldora::VdSession>& session, const Ref<veldora::VdObject>& object) {
   if (MayView(session, object)) return ShowWindow(session, object);
-  Show(Process().texts.QD_FRMMAINPANEL_NOT_ALLOWED_TO_VIEW_OBJECT, box::kCriticalModal,
-       session->UserMetaInfo()->Login(), object->ClassInfo()->ClassName());
+  const auto login = session->UserMetaInfo()->Login();
+  const auto className = object->ClassInfo()->ClassName();
+  Show(Process().texts.QD_FRMMAINPANEL_NOT_ALLOWED_TO_VIEW_OBJECT, box::kCriticalModal, login, className);
 }
 
 }  // namespace quintara

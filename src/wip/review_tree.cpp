@@ -45,7 +45,8 @@ struct MainPanel::Level {
 };
 
 std::string MainPanel::GetNodeKey(const Ref<veldora::VdObject>& object) {
-  return std::to_string(object->ObjectId()) + "_" + std::to_string(object->ClassId());
+  auto key = std::to_string(object->ObjectId()) + "_";
+  return key += std::to_string(object->ClassId());
 }
 
 // The last piece of the key alone tells the object.

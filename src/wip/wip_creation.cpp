@@ -103,7 +103,8 @@ void MainPanel::InsertComponents() {
   auto& globals = Process();
   if (nodes_.Tag(1) != node_tag::kProductNone) globals.gSkipPositioning = true;
   ProcessNode(1);
-  globals.gAllInstancesRequested = TheView().IsChecked("GetAllInstances(0)");
+  globals.gAllInstancesRequested = false;
+  if (TheView().IsChecked("GetAllInstances(0)")) globals.gAllInstancesRequested = true;
   globals.gWIPCancelled = false;
 }
 
@@ -122,24 +123,24 @@ Ref<veldora::VdObject> MainPanel::RootAgain() {
 
 MainPanel::Matrix MainPanel::FindMatrix(const Ref<veldora::VdObject>& root) {
   auto& globals = Process();
-  Matrix matrix{.type = MatrixType::XML};
-  auto documents = Utils().GetLinkedDocs(globals.gSession, root, MatrixType::XML);
-  if (!documents) {
-    matrix.type = MatrixType::Excel;
-    documents = Utils().GetLinkedDocs(globals.gSession, root, MatrixType::Excel);
+  for (const auto type : {MatrixType::XML, MatrixType::Excel}) {
+    if (const auto documents = Utils().GetLinkedDocs(globals.gSession, root, type)) return MatrixAmong(documents, type);
   }
-  if (!documents) {
-    Show(globals.texts.QD_FRMMAINPANEL_NO_MATRIX_FOUND, box::kInformationModal);
-    return matrix;
-  }
-  if (const auto document = MatrixAmong(documents)) {
+  Show(globals.texts.QD_FRMMAINPANEL_NO_MATRIX_FOUND, box::kInformationModal);
+  return {};
+}
+
+// A list that is there settles the type, empty or not.
+MainPanel::Matrix MainPanel::MatrixAmong(const Ref<veldora::VdObjects>& documents, MatrixType type) {
+  Matrix matrix{.type = type};
+  if (const auto document = OneOf(documents)) {
     matrix.rootName = Utils().GetTheRootName(document);
     matrix.id = {document->ClassId(), document->ObjectId()};
   }
   return matrix;
 }
 
-Ref<veldora::VdObject> MainPanel::MatrixAmong(const Ref<veldora::VdObjects>& documents) {
+Ref<veldora::VdObject> MainPanel::OneOf(const Ref<veldora::VdObjects>& documents) {
   auto& globals = Process();
   const int count = documents->Count();
   if (count == 1) return documents->Item(0);

@@ -1,5 +1,6 @@
 #include <algorithm>
 
+#include "hosts/vault/database.h"
 #include "wip/plant_in_vault.h"
 
 namespace quintara::test {
@@ -42,6 +43,8 @@ class Application : public PlantTest {
 };
 
 TEST_F(Application, FailsForAnEmptySelection) {
+  Process().gSkipPositioning = true;
+
   RunOn({});
 
   const auto boxes = NewBoxes();
@@ -49,6 +52,7 @@ TEST_F(Application, FailsForAnEmptySelection) {
   EXPECT_THAT(boxes[0].text, StartsWith("EN COMMON.UNEXPECTED_ERROR [Cls_Application.Run] ["));
   EXPECT_EQ(boxes[0].style, 16);
   EXPECT_EQ(desk.Made("MainPanel"), 0);
+  EXPECT_FALSE(Process().gSkipPositioning);
   ExpectGlobalsKept();
 }
 
@@ -87,6 +91,19 @@ TEST_F(Application, RefusesAnObjectInAStateThatMayChange) {
   ExpectGlobalsKept();
 }
 
+TEST_F(Application, RefusesAnObjectInAStateThatNobodyKnows) {
+  for (const auto* state : {"5", "-1"}) {
+    vault::Database(vault->Folder().connection)
+        .ExecuteOnce(std::string("UPDATE \"ZORVA_PRODUCT\" SET \"STATE\" = ") + state);
+
+    RunOn({plant});
+
+    EXPECT_THAT(NewBoxes(),
+                ElementsAre(TextBox("QD.APPLICATION.MUST_BE_CHECKIN_OR_RELEASED", kInformation, {"PLANT"})));
+  }
+  EXPECT_EQ(desk.Made("MainPanel"), 0);
+}
+
 TEST_F(Application, RefusesANewObject) {
   Process().gSkipPositioning = true;
 
@@ -113,6 +130,15 @@ TEST_F(Application, RemembersTheChosenObject) {
 
   EXPECT_EQ(Process().gCurrentObjectId, plant->ObjectId());
   EXPECT_EQ(Process().gCurrentClassId, plant->ClassId());
+}
+
+TEST_F(Application, RemembersTheObjectThatItRefuses) {
+  const auto object = AddProduct("NEW");
+
+  RunOn({object});
+
+  EXPECT_EQ(Process().gCurrentObjectId, object->ObjectId());
+  EXPECT_EQ(Process().gCurrentClassId, object->ClassId());
 }
 
 TEST_F(Application, ReadsTheObjectAfreshBeforeItOpensThePanel) {
@@ -161,6 +187,18 @@ TEST_F(Application, CancelledLeavesEverythingOut) {
   EXPECT_THAT(CallsOf(gate->Record(), "ScriptService."), IsEmpty());
   EXPECT_EQ(host.Redraws(), 0);
   ExpectGlobalsLetGo();
+}
+
+// Whatever has become of an earlier creation in this panel.
+TEST_F(Application, CancelledSaysSo) {
+  RunWith([](ScriptedView& view) {
+    EXPECT_TRUE(Process().gWIPCancelled);
+    Process().gWIPCancelled = false;
+    view.Press("cmdCancel");
+    EXPECT_FALSE(view.IsLoaded());
+  });
+
+  EXPECT_TRUE(Process().gWIPCancelled);
 }
 
 TEST_F(Application, ClosedByItsCloseBoxLeavesEverythingOut) {
@@ -257,8 +295,12 @@ TEST_F(Application, TellsWhatKeptThePanelShut) {
 }
 
 TEST_F(Application, TellsAFailureInThePanel) {
-  RunWith([](ScriptedView& view) { view.Press("cmdShow"); });
+  RunWith([](ScriptedView& view) {
+    Process().gSkipPositioning = true;
+    view.Press("cmdShow");
+  });
 
+  EXPECT_FALSE(Process().gSkipPositioning);
   EXPECT_THAT(NewBoxes(), ElementsAre(Report(kLabel, 16, "Object variable or With block variable not set")));
   EXPECT_FALSE(desk.Last("MainPanel").IsLoaded());
   ExpectGlobalsKept();

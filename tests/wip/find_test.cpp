@@ -164,6 +164,29 @@ TEST_F(Find, ForAnEmptyTextChangesNothing) {
   });
 }
 
+TEST_F(Find, ForAnEmptyTextTouchesNothing) {
+  Open([&](ScriptedView& find) {
+    desk.Last("MainPanel").SelectNode("Tree1", kPlate);
+    desk.ForgetRecord();
+
+    Search(find, "");
+
+    EXPECT_THAT(desk.Record(), IsEmpty());
+    EXPECT_EQ(Selected(), kPlate);
+    EXPECT_FALSE(find.Of("cmdNext").isEnabled);
+  });
+}
+
+TEST_F(Find, LooksThroughCapitalsOfAnyAlphabet) {
+  GivenPanel(MakeRef<PaperObject>(PaperOf(1, "PLANT", {PaperOf(2, "Étau ß")})));
+
+  Open([&](ScriptedView& find) {
+    Search(find, "éTAU");
+
+    EXPECT_EQ(Selected(), 2);
+  });
+}
+
 TEST_F(Find, OpensWhatIsClosedAboveAMatch) {
   Open([&](ScriptedView& find) {
     Nodes().SetExpanded(kGroup, false);
@@ -183,6 +206,18 @@ TEST_F(Find, SelectsAMatchBeforeItScrollsThere) {
     EXPECT_THAT(desk.Record(), ElementsAre("frmFind.SetEnabled(cmdBack, True)", "frmFind.SetEnabled(cmdNext, True)",
                                            "frmFind.SetText(lblStatus, EN QD.FIND_LBLOCCURRENCES [1] [bolt])",
                                            "MainPanel.SelectNode(Tree1, 3)", "MainPanel.EnsureVisible(Tree1, 3)"));
+  });
+}
+
+TEST_F(Find, WithoutAMatchClearsTheSelectionBeforeItSaysSo) {
+  Open([&](ScriptedView& find) {
+    desk.ForgetRecord();
+
+    Search(find, "absent");
+
+    EXPECT_THAT(desk.Record(), ElementsAre("frmFind.SetEnabled(cmdBack, False)", "frmFind.SetEnabled(cmdNext, False)",
+                                           "MainPanel.SelectNode(Tree1, 0)",
+                                           "frmFind.SetText(lblStatus, EN QD.FIND_LBLNOOCCURRENCES [absent])"));
   });
 }
 
@@ -279,6 +314,23 @@ TEST_F(FindInside, WalksOnlyBelowItsNode) {
   InsideFind().FindInTree(kGroup, "P");
 
   EXPECT_THAT(InsideFind().Occurrences(), ElementsAre(kGroup, kPlug, 0));
+}
+
+TEST_F(FindInside, FindsNothingBelowNoNode) {
+  InsideFind().ResetMatches();
+
+  InsideFind().FindInTree(kNothing, "P");
+
+  EXPECT_THAT(InsideFind().Occurrences(), ElementsAre(0));
+}
+
+TEST_F(FindInside, ForgetsItsMatchesWhenItIsClosed) {
+  InsideFind().Occurrences() = {Counter16(int{kBolt}), Counter16(int{kPlug})};
+
+  find->OnClick("cmdCancel");
+
+  EXPECT_FALSE(find->IsLoaded());
+  EXPECT_THAT(InsideFind().Occurrences(), ElementsAre(0));
 }
 
 TEST_F(FindInside, TellsAStepThroughNothing) {

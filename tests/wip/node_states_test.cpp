@@ -69,13 +69,25 @@ TEST_F(NodeStates, OfTheRootTakeAllNodesAlong) {
 }
 
 TEST_F(NodeStates, AreLockedBelowAProductThatIsLoaded) {
+  for (const int times : {1, 2}) {
+    Cycle(kGroup, times);
+    const auto before = Tags();
+
+    Cycle(kBolt);
+    Cycle(kCore);
+
+    EXPECT_EQ(Tags(), before);
+    Cycle(kGroup, 3 - times);
+  }
+}
+
+// A state below that is another one than it could ever be shows whether it was touched.
+TEST_F(NodeStates, OfALockedNodeGoNowhere) {
   Cycle(kGroup);
-  const auto before = Tags();
+  Inside().SetState(kPin, "part doc");
+  ShowPanel([](ScriptedView& view) { view.RightClick("Tree1", "CORE - A"); });
 
-  Cycle(kBolt);
-  Cycle(kCore);
-
-  EXPECT_EQ(Tags(), before);
+  EXPECT_THAT(Tags(), ElementsAre("product none", "product lwt", "part lwt", "product lwt", "part doc", "part none"));
 }
 
 TEST_F(NodeStates, AreLockedBelowAPart) {
@@ -168,6 +180,15 @@ TEST_F(NodeStates, NeverChangeInAnotherWay) {
     view.Click("Tree1", 4, kPlate);
     view.Click("Tree1", dialog::button::kRight, 0);
   });
+
+  EXPECT_EQ(Tags(), before);
+}
+
+TEST_F(NodeStates, NeverChangeBesideTheTree) {
+  const auto before = Tags();
+
+  panel->OnMouseDown("FrameReview", dialog::button::kRight, 0, 0, 0);
+  panel->OnMouseUp("Tree1", dialog::button::kRight);
 
   EXPECT_EQ(Tags(), before);
 }

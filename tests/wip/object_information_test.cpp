@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include "wip/panel_bench.h"
 
 namespace quintara::test {
@@ -57,6 +59,7 @@ TEST_F(ObjectInformation, AsksTheVaultInThisOrder) {
     gate->StopRecording();
   });
 
+  EXPECT_THAT(gate->Record(), testing::Contains("VdDialogWindow.WindowOptionA=(1)"));
   std::vector<std::string> vaultCalls;
   for (const auto& call : CallsOf(gate->Record(), "Vd")) vaultCalls.push_back(call.substr(0, call.find('(')));
   EXPECT_THAT(vaultCalls,
@@ -86,15 +89,48 @@ TEST_F(ObjectInformation, FailsForAnObjectThatIsGone) {
   EXPECT_THAT(FailureOf([&] { panel->ShowModal(); }), FailsWith(failure::kObjectNotSet));
 }
 
+TEST_F(ObjectInformation, FailsWhereTheVaultHasNoWindows) {
+  gate->FailOperation("VdSession.GetService");
+  desk.WhenShown("MainPanel", [](ScriptedView& view) {
+    view.LeftClick("Tree1", "BOLT - A");
+    view.Press("cmdShow");
+  });
+
+  EXPECT_THAT(FailureOf([&] { panel->ShowModal(); }), FailsWith(failure::kDeviceError));
+
+  gate->Reset();
+  EXPECT_THAT(dialogs, IsEmpty());
+}
+
+TEST_F(ObjectInformation, HasTheSameTitleEachTime) {
+  ShowPanel([&](ScriptedView& view) {
+    for (const auto* node : {"BOLT - A", "PLANT - A"}) {
+      view.GoTo("Tree1", node);
+      view.Press("cmdShow");
+    }
+  });
+
+  ASSERT_THAT(dialogs, SizeIs(2));
+  EXPECT_EQ(dialogs[1].title, dialogs[0].title);
+  EXPECT_EQ(dialogs[1].objects[0]->ObjectId(), GivenRoot()->ObjectId());
+}
+
 TEST_F(ObjectInformation, IsRefusedToAUserWithoutTheRight) {
   GivenUserWithoutRights();
   NewBoxes();
 
   ShowPanel([&](ScriptedView& view) {
     view.GoTo("Tree1", "BOLT - A");
+    gate->StartRecording();
     view.Press("cmdShow");
+    gate->StopRecording();
   });
 
+  std::vector<std::string> calls;
+  for (const auto& call : CallsOf(gate->Record(), "Vd")) calls.push_back(call.substr(0, call.find('(')));
+  calls.erase(calls.begin(), std::ranges::find(calls, "VdAuthorizations.IsAllowed"));
+  EXPECT_THAT(calls, ElementsAre("VdAuthorizations.IsAllowed", "VdSession.UserMetaInfo", "VdUserInfo.Login",
+                                 "VdObject.ClassInfo", "VdClass.ClassName"));
   EXPECT_THAT(NewBoxes(), ElementsAre(TextBox("QD.FRMMAINPANEL.NOT_ALLOWED_TO_VIEW_OBJECT", kCriticalModal,
                                               {"guest", "ZORVA Part"})));
   EXPECT_THAT(dialogs, IsEmpty());

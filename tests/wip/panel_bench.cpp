@@ -4,21 +4,6 @@
 
 namespace quintara::test {
 
-std::string Says(const std::string& key, const std::vector<std::string>& parameters) {
-  auto text = "EN " + key;
-  for (const auto& parameter : parameters) text += " [" + parameter + "]";
-  for (std::size_t at = 0; (at = text.find("ENT", at)) != std::string::npos; at += 2) text.replace(at, 3, "\r\n");
-  return text;
-}
-
-Box TextBox(const std::string& key, int style, const std::vector<std::string>& parameters) {
-  return {Says(key, parameters), style, "Quintara"};
-}
-
-Box Report(const std::string& label, int style, const std::string& description) {
-  return TextBox("COMMON.UNEXPECTED_ERROR", style, {label, description});
-}
-
 std::vector<std::string> LinesOf(const TreeModel& nodes) {
   std::vector<std::string> lines;
   for (int node = 1; node <= nodes.Count(); ++node) {

@@ -18,16 +18,6 @@
 
 namespace quintara::test {
 
-inline constexpr int kInformation = 64;
-inline constexpr int kCriticalModal = 4112;
-inline constexpr int kInformationModal = 4160;
-
-/// What a text of the catalogue says with these parameters.
-std::string Says(const std::string& key, const std::vector<std::string>& parameters = {});
-Box TextBox(const std::string& key, int style, const std::vector<std::string>& parameters = {});
-/// The standard report.
-Box Report(const std::string& label, int style, const std::string& description);
-
 /// The nodes of a tree, a line each: two blanks for each level, the text, the state and, if it is another one, the
 /// picture.
 std::vector<std::string> LinesOf(const TreeModel& nodes);

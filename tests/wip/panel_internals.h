@@ -30,14 +30,11 @@ class MainPanelInternals {
     panel_.SplitNodeKey(node, objectId, classId);
   }
   static std::string GetNodeText(const Ref<veldora::VdObject>& object) { return MainPanel::GetNodeText(object); }
-  static Ref<veldora::VdObject> MatrixAmong(const Ref<veldora::VdObjects>& documents) {
-    return MainPanel::MatrixAmong(documents);
-  }
-  /// The type, the root's name and the two ids of the matrix of a product.
-  static std::vector<std::string> FindMatrix(const Ref<veldora::VdObject>& root) {
-    const auto matrix = MainPanel::FindMatrix(root);
-    return {matrix.type == MatrixType::XML ? "XML" : "Excel", matrix.rootName, std::to_string(matrix.id.classId),
-            std::to_string(matrix.id.objectId)};
+  static Ref<veldora::VdObject> OneOf(const Ref<veldora::VdObjects>& documents) { return MainPanel::OneOf(documents); }
+  /// Has a root remember the matrix that is among some documents of a type.
+  static void MarkWithOneOf(const Ref<veldora::VdObjects>& documents, MatrixType type,
+                            const Ref<zorva::Product>& root) {
+    MainPanel::MarkRoot(root, "WIP~~", MainPanel::MatrixAmong(documents, type));
   }
 
  private:

@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include "base/text.h"
 #include "wip/panel_bench.h"
 
@@ -174,15 +176,38 @@ TEST_F(ReviewTree, ReadsEachObjectAfreshAndThenWhatItHolds) {
                                        "3'.Children(nothing)", "4'.Retrieve", "4'.Children(nothing)"));
 }
 
-TEST_F(ReviewTree, AsksTheVaultForEachClass) {
-  const auto plant = AddProduct("PLANT", {AddPart("BOLT"), AddPart("PLATE")});
-  gate->StartRecording();
+// The key, the text, the class, and only then what is below; also of a child that gets no node.
+TEST_F(ReviewTree, AsksTheVaultInThisOrder) {
+  const auto plant = AddProduct("PLANT", {AddPart("BOLT")});
+  Process().gTreeViewAttributes = {"NM_CN_PART_NUMBER"};
+  const std::vector<std::string> ofAChild = {
+      "VdObjects.Item",     "VdObject.Clone",     "VdObject.Retrieve",    "VdObject.ObjectId", "VdObject.ClassId",
+      "VdObject.ClassInfo", "VdClass.Attributes", "VdAttributes.Find",    "VdObject.Record",   "VdRecord.ValueAsString",
+      "VdSession.MetaInfo", "VdObject.ClassId",   "VdMetaInfo.ClassById", "VdClass.ClassName"};
+  for (const auto* parts : {"ZORVA Part", ""}) {
+    Process().gClassParts = parts;
+    GivenPanel(plant);
+    gate->StartRecording();
 
-  TreeOf(plant);
+    panel->Load();
 
-  gate->StopRecording();
-  EXPECT_THAT(CallsOf(gate->Record(), "VdMetaInfo.ClassById"), SizeIs(2));
-  EXPECT_THAT(CallsOf(gate->Record(), "VdObject.Retrieve"), SizeIs(2));
+    gate->StopRecording();
+    std::vector<std::string> calls;
+    for (const auto& call : CallsOf(gate->Record(), "Vd")) calls.push_back(call.substr(0, call.find('(')));
+    auto expected = ofAChild;
+    expected.insert(expected.begin(), {"VdObject.Children", "VdObjects.Count"});
+    if (*parts != '\0') expected.insert(expected.end(), {"VdObject.Children", "VdObjects.Count"});
+    calls.erase(calls.begin(), std::ranges::find(calls, "VdObject.Children"));
+    EXPECT_EQ(calls, expected) << parts;
+    panel->Unload();
+  }
+}
+
+TEST_F(ReviewTree, FailsForAClassThatTheVaultDoesntKnow) {
+  auto bolt = PaperOf(2, "BOLT");
+  bolt.classId = 32000;
+
+  EXPECT_THAT(FailureOfLoading(PaperOf(1, "PLANT", {bolt})), FailsWith(failure::kInvalidCall));
 }
 
 TEST_F(ReviewTree, FailsWhereAChildCantBeRead) {
@@ -192,6 +217,16 @@ TEST_F(ReviewTree, FailsWhereAChildCantBeRead) {
   };
 
   EXPECT_THAT(FailureOfLoading(plant), FailsWith(failure::kDeviceError));
+}
+
+TEST_F(ReviewTree, FailsWhereTheChildrenCantBeCounted) {
+  const auto plant = AddProduct("PLANT", {AddPart("BOLT")});
+  GivenPanel(plant);
+  gate->FailOperation("VdObjects.Count");
+
+  EXPECT_THAT(FailureOf([&] { panel->Load(); }), FailsWith(failure::kDeviceError));
+
+  gate->Reset();
 }
 
 TEST_F(ReviewTree, FailsForAChildThatIsNothing) {
@@ -235,11 +270,19 @@ TEST_F(ReviewTree, FailsForMoreChildrenThanItCanCountBeforeItReadsOne) {
   EXPECT_EQ(read, 0);
 }
 
+TEST_F(ReviewTree, PassesOverAsManyChildrenAsA16BitNumberCounts) {
+  Process().gClassParts = "";
+  GivenPanel(MakeRef<PaperObject>(Wide(32768))).Load();
+
+  EXPECT_EQ(Nodes().Count(), 1);
+}
+
 TEST_F(ReviewTree, IsAsDeepAsTheVault) {
   GivenPanel(MakeRef<PaperObject>(Deep(32766))).Load();
 
   ASSERT_EQ(Nodes().Count(), 32767);
   EXPECT_EQ(Nodes().Parent(32767), 32766);
+  EXPECT_EQ(Nodes().Piece(32767), "1_" + std::to_string(ClassId("ZORVA Product")));
 }
 
 TEST_F(ReviewTree, OfAnyDepthTakesTheStateOfItsRoot) {
@@ -294,6 +337,12 @@ TEST_F(NodeText, BeginsWithoutASeparatorWhereTheFirstValueIsEmpty) {
   GivenTreeView("NM_CN_PART_NUMBER,REVISION", " - ");
 
   EXPECT_EQ(TextOf(PaperOf(1, "")), "A");
+}
+
+TEST_F(NodeText, BeginsWithTheFirstValueThatIsThere) {
+  GivenTreeView("NM_CN_PART_NUMBER,CAD_REF_FILE_NAME,REVISION,NM_CN_PART_NUMBER", "/");
+
+  EXPECT_EQ(TextOf(PaperOf(1, "")), "A/");
 }
 
 TEST_F(NodeText, EndsInASeparatorWhereTheLastValueIsEmpty) {

@@ -3,6 +3,7 @@
 namespace quintara::test {
 namespace {
 
+using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
@@ -52,13 +53,40 @@ TEST_F(WipStory, OfASubAssemblyAndAPartThatAlsoStandsElsewhere) {
               ElementsAre(Component{"BOLT", "PLANT\\BOLT.1", At(1)}, Component{"GROUP", "PLANT\\GROUP.1", At(0, 100)}));
 }
 
-TEST_F(WipStory, OfAnEmptyWipSaysThatItCouldntBePlaced) {
-  GivenMatrix(plant, "PLANT");
+TEST_F(WipStory, OfNothingMarkedIsPlacedWithoutAWord) {
+  const auto matrix = GivenMatrix(plant, "PLANT");
 
   CreateWith();
 
   EXPECT_THAT(Components(), IsEmpty());
-  EXPECT_EQ(NewBoxes().back(), TextBox("QD.APPLICATION.WIP_CREATION_SUCCESSFUL", kInformationModal));
+  EXPECT_THAT(Marks(), Contains("DocXMLOID=" + std::to_string(matrix->ObjectId())));
+  EXPECT_THAT(NewBoxes(), ElementsAre(TextBox("QD.APPLICATION.WIP_CREATION_SUCCESSFUL", kInformationModal)));
+  EXPECT_EQ(host.Redraws(), 1);
+}
+
+TEST_F(WipStory, OfAProductThatIsGoneEndsWithItsProgressOpen) {
+  CreateWith([](ScriptedView&) { Process().gCurrentObjectId = 987654; });
+
+  EXPECT_THAT(NewBoxes(), ElementsAre(TextBox("QD.FRMMAINPANEL.CANT_RETRIEVE_OBJECT", kCriticalModal)));
+  EXPECT_TRUE(desk.Last("frmProgressBar").IsOnTop());
+  EXPECT_FALSE(desk.Last("MainPanel").IsLoaded());
+  EXPECT_EQ(host.Redraws(), 0);
+  EXPECT_EQ(OpenDocuments(), 0);
+}
+
+TEST_F(WipStory, OfAFailureInTheMiddleLeavesWhatIsThereWhereItIs) {
+  GivenMatrix(plant, "PLANT");
+
+  CreateWith([&](ScriptedView& view) {
+    view.Click("Tree1", dialog::button::kRight, kBolt);
+    view.Click("Tree1", dialog::button::kRight, kPlate);
+    gate->FailOperation("VdObjectStore.ObjectById", 4);
+  });
+  gate->Reset();
+
+  EXPECT_THAT(Components(), ElementsAre(Component{"BOLT", "BOLT.1", At(0)}));
+  EXPECT_THAT(NewBoxes(), ElementsAre(Report("MainPanel.cmdCreateWIP_Click", kCriticalModal, "Injected failure")));
+  EXPECT_EQ(host.Redraws(), 0);
 }
 
 TEST_F(WipStory, LooksForWhatItMarks) {
