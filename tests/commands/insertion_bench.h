@@ -14,27 +14,17 @@
 
 namespace quintara::test {
 
-inline constexpr int kCriticalModal = 4112;
-
-/// The box of a catalogue text with these parameters.
-inline Box TextBox(const std::string& key, const std::vector<std::string>& parameters) {
-  auto text = "EN " + key;
-  for (const auto& parameter : parameters) text += " [" + parameter + "]";
-  for (std::size_t at = 0; (at = text.find("ENT", at)) != std::string::npos; at += 2) text.replace(at, 3, "\r\n");
-  return {text, kCriticalModal, "Quintara"};
-}
-
 /// The standard report.
 inline Box Report(const std::string& description) {
-  return TextBox("COMMON.UNEXPECTED_ERROR", {"Cls_InsertLWT.Run", description});
+  return Report("Cls_InsertLWT.Run", kCriticalModal, description);
 }
 
 inline Box NoDocument(const std::string& description = {}) {
-  return TextBox("QD.INSERTWLT.CANT_RETRIEVE_ZORVA_ACTIVEDOCUMENT", {description});
+  return TextBox("QD.INSERTWLT.CANT_RETRIEVE_ZORVA_ACTIVEDOCUMENT", kCriticalModal, {description});
 }
 
 inline Box NoWip() {
-  return TextBox("QD.INSERTWLT.IS_NOT_WIP", {""});
+  return TextBox("QD.INSERTWLT.IS_NOT_WIP", kCriticalModal, {""});
 }
 
 /// A work in progress with a plate in it is active, and a bolt, whose part file has a light one, is in the vault.

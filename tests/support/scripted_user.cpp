@@ -86,7 +86,7 @@ void ScriptedView::DoubleClick(const std::string& tree, const std::string& text)
 void ScriptedView::GoTo(const std::string& tree, const std::string& text) {
   auto& state = Usable(tree, Aspect::kTree);
   state.selectedNode = NodeOf(tree, text);
-  events_.OnNodeClick(tree, state.selectedNode);
+  if (!state.made.clicksTick) events_.OnNodeClick(tree, state.selectedNode);
 }
 
 void ScriptedView::Expand(const std::string& tree, const std::string& text, bool expanded) {

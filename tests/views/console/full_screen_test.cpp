@@ -81,6 +81,11 @@ class AFullScreen : public ::testing::Test {
     Make(layout, panel)->SetTree("Tree1", &tree);
     Show();
   }
+  static dialog::Layout Ticking() {
+    auto layout = PanelLayout();
+    for (auto& control : layout.controls) control.clicksTick = control.kind == dialog::Kind::kTree;
+    return layout;
+  }
   // Until the keys are used up.
   void Show() {
     try {
@@ -176,6 +181,38 @@ TEST_F(AFullScreen, TakesSpaceForTheRightButtonOnTheCursorsNode) {
   ShowPanel();
 
   EXPECT_THAT(panel.events, ElementsAre("Tree1 2", "Tree1 3", "down Tree1 2 at 3", "up Tree1 2", "unloaded"));
+}
+
+TEST_F(AFullScreen, ClicksTheCursorsNodeBySpaceAloneWhereClicksTick) {
+  Type({"Down", "Down", " ", "Up", "End", "F1"});
+
+  ShowPanel(Ticking());
+
+  EXPECT_THAT(panel.events, ElementsAre("Tree1 3", "unloaded"));
+}
+
+TEST_F(AFullScreen, ClicksTheFirstNodeWhereNoneIsSelectedYet) {
+  Type({" "});
+  int selected = 0;
+  panel.answer = [&](const std::string& event) {
+    if (event == "Tree1 1") selected = panel.view->SelectedNode("Tree1");
+  };
+
+  ShowPanel(Ticking());
+
+  EXPECT_THAT(panel.events, ElementsAre("Tree1 1", "unloaded"));
+  EXPECT_EQ(selected, 1);
+}
+
+TEST_F(AFullScreen, MarksWhatIsTicked) {
+  tree.SetPicture(2, "product lwt no");
+  tree.SetPicture(3, "part lwt yes");
+
+  ShowPanel(Ticking());
+
+  EXPECT_EQ(Line(2), "  ▾ ☐ axle");
+  EXPECT_EQ(Line(3), "      ☑ nut");
+  EXPECT_THAT(paper.lines, Contains("Space  ☐ ☑"));
 }
 
 TEST_F(AFullScreen, FindsTheCursorsNodeInAScrolledTreeWithClosedNodes) {

@@ -107,6 +107,8 @@ class ABarView : public ::testing::Test {
   std::shared_ptr<BarView> Make(const dialog::Layout& layout) {
     return std::make_shared<BarView>(layout, owner,
                                      BarView::Line{[this](std::optional<double> fraction, const std::string& what) {
+                                                     if (!interruption.empty())
+                                                       throw Failure(failure::kInternal, interruption);
                                                      const auto known = fraction ? std::to_string(*fraction) : "-";
                                                      shown.push_back(known + " " + what);
                                                    },
@@ -121,6 +123,7 @@ class ABarView : public ::testing::Test {
 
   TestDialog owner;
   std::vector<std::string> shown;
+  std::string interruption;
 };
 
 TEST_F(ABarView, ShowsItsTextAndHowFullItIs) {
@@ -161,6 +164,14 @@ TEST_F(ABarView, WithoutABarIsItsTextAlone) {
   view->ShowOnTop(0, 0, 400, 100);
 
   EXPECT_THAT(shown, ElementsAre("- Root..."));
+}
+
+TEST_F(ABarView, EndsTheWorkWhereItsLineFails) {
+  const auto view = Make(Bar());
+  view->ShowOnTop(0, 0, 400, 100);
+  interruption = "interrupted";
+
+  EXPECT_THROW(view->Redraw("lbl"), Failure);
 }
 
 }  // namespace

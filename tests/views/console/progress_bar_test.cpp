@@ -50,6 +50,26 @@ TEST_F(AProgressBar, DrawsNothingThatIsShownAlready) {
   EXPECT_EQ(out.str(), before);
 }
 
+TEST_F(AProgressBar, ShowsTheTextAloneOfWorkOfUnknownLength) {
+  ProgressBar bar(out, 12);
+
+  bar.ShowText("refreshing\x1b all");
+
+  EXPECT_EQ(out.str(), "\r\x1b[Krefreshing?");
+}
+
+TEST_F(AProgressBar, MakesRoomForOtherTextAndComesBack) {
+  ProgressBar bar(out, 80);
+  bar.Show(0, "nut");
+  out.str("");
+
+  bar.Clear();
+  bar.Clear();
+  bar.Show(0, "nut");
+
+  EXPECT_EQ(out.str(), "\r\x1b[K\r\x1b[K[........................]   0% nut");
+}
+
 TEST_F(AProgressBar, TakesItsLineAwayAtTheEnd) {
   { ProgressBar(out, 80).Show(0, "nut"); }
 
