@@ -28,12 +28,13 @@ MessageBoxes::Answers AnswersFor(const CommonOptions& options, bool canAsk) {
   return canAsk ? MessageBoxes::Answers::kAsk : MessageBoxes::Answers::kNo;
 }
 
-// A text that was shown is what its global holds, since showing it fills that in place.
+// Tells of success, or that a choice comes next. A text that was shown is what its global holds, since showing it fills
+// that in place.
 bool IsSuccess(const std::string& text) {
   const auto& texts = Process().texts;
   return !text.empty() &&
          (text == texts.QD_APPLICATION_WIP_CREATION_SUCCESSFUL.text || text == texts.QD_GETMATRIX_SUCCESSFUL.text ||
-          text == texts.QD_GLOBALREFRESH_SUCCESSFUL.text);
+          text == texts.QD_GLOBALREFRESH_SUCCESSFUL.text || text == texts.QD_FRMMAINPANEL_SEVERAL_MATRIX_FOUND.text);
 }
 
 // What a database server complains of comes in several lines.

@@ -62,6 +62,13 @@ CommandReader::CommandReader()
   AddMatrix();
   AddWip();
   AddRetrieve();
+  AddSwitch("switch-to-lwt", "Replace components by their light representations", help::kSwitchToLwt, RunSwitchToLwt);
+  AddSwitch("switch-to-product", "Replace light components by their documents", help::kSwitchToProduct,
+            RunSwitchToProduct);
+  AddReplaceByLatest();
+  AddInsert();
+  AddCheckInsert();
+  AddRefresh();
   AddFlatten();
   AddPosition();
   AddScatter();

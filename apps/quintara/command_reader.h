@@ -7,6 +7,8 @@
 #include <vector>
 
 #include "quintara/command_line.h"
+#include "quintara/component_help_texts.h"
+#include "quintara/component_verbs.h"
 #include "quintara/help_texts.h"
 #include "quintara/vault_verbs.h"
 #include "quintara/verbs.h"
@@ -80,6 +82,12 @@ class CommandReader {
   void AddFlatten();
   void AddWip();
   void AddRetrieve();
+  void AddSwitch(const char* name, const char* description, const char* footer,
+                 void (*run)(CommandContext&, const SwitchOptions&));
+  void AddReplaceByLatest();
+  void AddInsert();
+  void AddCheckInsert();
+  void AddRefresh();
 
   template <class Options>
   static void AddRules(CLI::App* verb, const std::shared_ptr<Options>& options) {

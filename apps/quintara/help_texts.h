@@ -253,10 +253,11 @@ the origin, is told.
 
 Patterns are applied from left to right. A pattern (*, ?; capitals are ignored) is
 compared with the part number, the node's text, and the path of part numbers, such as
-as1/rod-assembly/nut; in front of it 'part:' or 'product:' restricts it. The product
-itself is named by '.' alone. Each object is marked once, at its first free node: a
-part number that stands twice among the components of a fresh work in progress costs
-their neighbours. --none takes out all nodes that match.
+as1/rod-assembly/nut, but not with instance names, since a node stands for all
+instances below its parent; in front of it 'part:' or 'product:' restricts it. The
+product itself is named by '.' alone. Each object is marked once, at its first free
+node: a part number that stands twice among the components of a fresh work in progress
+costs their neighbours. --none takes out all nodes that match, with all below them.
 
 Without a pattern, a terminal shows the structure: arrows move, Space changes a
 component, and the keys of all else are told below it.

@@ -48,6 +48,12 @@ std::vector<Ref<VdObject>> ObjectArguments(CommandContext& context, const std::v
   return objects;
 }
 
+Ref<veldora::VdRecList> SelectionOf(const Ref<VdObject>& object) {
+  const auto objects = Process().gSession->ObjectStore()->NewObjects();
+  objects->Add(object);
+  return objects->Records();
+}
+
 std::string Called(const Ref<VdObject>& object) {
   const auto revision = TextOf(object, Process().REVISION);
   return "'" + NameOf(object) + "'" + (revision.empty() ? "" : " (revision " + revision + ")");

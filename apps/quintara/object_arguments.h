@@ -16,6 +16,9 @@ Ref<veldora::VdObject> ObjectArgument(CommandContext& context, const std::string
 /// All of them, before anything is done with one.
 std::vector<Ref<veldora::VdObject>> ObjectArguments(CommandContext& context, const std::vector<std::string>& arguments);
 
+/// The object as the only one that is selected in the vault.
+Ref<veldora::VdRecList> SelectionOf(const Ref<veldora::VdObject>& object);
+
 /// "'NUT' (revision B)": the part number, else the description, else the identity.
 std::string Called(const Ref<veldora::VdObject>& object);
 

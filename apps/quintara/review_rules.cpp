@@ -42,9 +42,20 @@ std::vector<int> NodesFor(const std::string& text, const std::vector<ReviewNode>
   return found;
 }
 
-// Three clicks bring a node back to where it was.
+bool IsAnyMarkedBelow(const dialog::TreeContent& tree, int top) {
+  for (int node = tree.FirstChild(top); node != 0;) {
+    if (ChoiceOf(tree, node) != Choice::kNone) return true;
+    int next = tree.FirstChild(node);
+    for (; next == 0 && node != top; node = tree.Parent(node)) next = tree.Next(node);
+    node = next;
+  }
+  return false;
+}
+
+// Three clicks bring a node back to where it was, and take what is below it along.
 void Mark(const dialog::TreeContent& tree, int node, Choice choice, const std::function<void(int)>& click) {
   constexpr int kStates = 3;
+  if (choice == Choice::kNone && ChoiceOf(tree, node) == choice && IsAnyMarkedBelow(tree, node)) click(node);
   for (int clicks = 1; clicks < kStates && ChoiceOf(tree, node) != choice; ++clicks) click(node);
 }
 

@@ -1,11 +1,11 @@
 #include <map>
+#include <optional>
 #include <utility>
 
 #include "access/session/process.h"
 #include "access/utils/messages.h"
 #include "base/attempt.h"
 #include "base/failure.h"
-#include "base/variant.h"
 #include "quintara/documents.h"
 #include "quintara/object_arguments.h"
 #include "quintara/pattern.h"
@@ -13,7 +13,7 @@
 #include "quintara/review_desk.h"
 #include "quintara/session_start.h"
 #include "quintara/vault_objects.h"
-#include "quintara/wip_check.h"
+#include "quintara/wip_comparison.h"
 #include "quintara/wip_verbs.h"
 #include "quintara/wrong_use.h"
 #include "wip/Cls_Application.h"
@@ -39,14 +39,16 @@ std::string FileNameOf(const std::string& partNumber) {
   return partNumber + ".ZVAProduct";
 }
 
-// The name that the panel will compile, as far as it can be told before.
-std::string ExpectedName(const Ref<VdObject>& object, const std::string& name) {
-  if (!name.empty()) return name;
-  return OrElse(std::string(), [&] {
+// The name that the panel will compile; nothing where someone picks the matrix that it comes from.
+std::optional<std::string> ExpectedName(const Ref<VdObject>& object, const std::string& typed) {
+  if (!typed.empty()) return typed;
+  return OrElse(std::optional<std::string>(), [&]() -> std::optional<std::string> {
     const auto& session = Process().gSession;
     auto documents = Utils().GetLinkedDocs(session, object, MatrixType::XML);
     if (!documents) documents = Utils().GetLinkedDocs(session, object, MatrixType::Excel);
-    return documents && documents->Count() == 1 ? Utils().GetTheRootName(documents->Item(0)) : std::string();
+    if (!documents || documents->Count() == 0) return "";
+    if (documents->Count() > 1) return std::nullopt;
+    return Utils().GetTheRootName(documents->Item(0));
   });
 }
 
@@ -61,7 +63,7 @@ std::string ObjectionTo(CommandContext& context, const Ref<VdObject>& object, co
   const auto name = ExpectedName(object, typed);
   ErrorState inTheWay;
   Attempt(inTheWay, [&] {
-    if (!name.empty()) TargetPath(context.WorkPathToWrite(FileNameOf(kWipPrefix + name)), replace);
+    if (name) TargetPath(context.WorkPathToWrite(FileNameOf(kWipPrefix + *name)), replace);
   });
   return inTheWay.description;
 }
@@ -84,12 +86,6 @@ PartNumberOfObject PartNumbersBelow(EmbeddedVault& vault, const Ref<VdObject>& r
     if (found != known.end()) return found->second;
     return ObjectOf(vault, identity)->Record()->ValueAsString(Process().gAttrPartNumber);
   };
-}
-
-Ref<veldora::VdRecList> SelectionOf(const Ref<VdObject>& object) {
-  const auto objects = Process().gSession->ObjectStore()->NewObjects();
-  objects->Add(object);
-  return objects->Records();
 }
 
 std::string Counted(int count, const char* what) {
@@ -121,51 +117,15 @@ Ref<zorva::ProductDocument> MadeWip(CommandContext& context, const std::string& 
   });
 }
 
-std::vector<WipComponent> ComponentsOf(const Ref<zorva::Product>& root) {
-  std::vector<WipComponent> components;
-  const auto products = root->Products();
-  for (int i = 1, count = products->Count(); i <= count; ++i) {
-    const auto product = products->Item(i);
-    WipComponent component{Utils().GetThePartNumber(product), product->Name()};
-    product->Position()->GetComponents(component.position);
-    components.push_back(std::move(component));
-  }
-  return components;
-}
-
-// Nothing of a matrix in a workbook, and without a matrix.
-std::string MatrixOf(CommandContext& context, const Ref<zorva::Product>& root) {
-  const auto classId = Variant(StringProperty(root, "DocXMLCID")).ToInteger16();
-  const auto objectId = Variant(StringProperty(root, "DocXMLOID")).ToInteger32();
-  if (objectId == 0) return {};
-  auto& vault = context.RequireVault();
-  return vault.FileOf(ObjectOf(vault, {classId, objectId}));
-}
-
-void Check(CommandContext& context, const Ref<zorva::Product>& root, const ReviewDesk& desk) {
-  std::vector<std::string> partNumbers;
-  for (const auto& component : *desk.Asked()) partNumbers.push_back(component.partNumber);
-  std::vector<MatrixInstance> instances;
-  ErrorState unread;
-  Attempt(unread, [&] {
-    const auto matrix = MatrixOf(context, root);
-    if (!matrix.empty()) instances = InstancesFor(partNumbers, matrix);
-  });
-  if (unread) context.Complain("the places can't be compared with the matrix: " + unread.description);
-  for (const auto& line : Shortcomings(*desk.Asked(), desk.AllInstances(), ComponentsOf(root), instances)) {
-    context.Complain(line);
-  }
-}
-
 void SaveAndCheck(CommandContext& context, const Ref<zorva::ProductDocument>& document, const ReviewDesk& desk,
-                  bool replace) {
+                  const Ref<VdObject>& object, bool replace) {
   const auto root = document->Product();
   const auto partNumber = root->PartNumber();
   const auto target = TargetPath(context.WorkPathToWrite(FileNameOf(partNumber)), replace);
   context.Host().Save(document, target);
   context.Print("made '" + partNumber + "' with " + Counted(root->Products()->Count(), "component") + ", '" + target +
                 "'");
-  Check(context, root, desk);
+  CompareWithAsked(context, root, *desk.Asked(), desk.AllInstances(), object);
 }
 
 void PrintAsked(CommandContext& context, const std::vector<AskedComponent>& asked) {
@@ -202,7 +162,7 @@ void RunWip(CommandContext& context, const WipOptions& options) {
   if (options.dryRun) return PrintAsked(context, *desk.Asked());
   const auto made = MadeWip(context, partNumberBefore);
   if (!made) return context.Complain("no work in progress was made of " + Called(object));
-  SaveAndCheck(context, made, desk, options.replace);
+  SaveAndCheck(context, made, desk, object, options.replace);
 }
 
 }  // namespace quintara

@@ -2,13 +2,6 @@
 
 #include <algorithm>
 #include <map>
-#include <set>
-#include <utility>
-
-#include "base/failure.h"
-#include "base/xml.h"
-#include "matrix/position_arithmetic.h"
-#include "matrix/xml_element.h"
 
 namespace quintara {
 namespace {
@@ -21,47 +14,6 @@ struct Tally {
   int instances = 0;
   int instancesAtOrigin = 0;
 };
-
-XMLElement ElementOf(XmlNode node) {
-  XMLElement element;
-  for (auto attribute = node.first_attribute(); attribute; attribute = attribute.next_attribute()) {
-    const auto field = FieldOf(attribute.name());
-    if (field != kNoField && !StoreField(element, field, attribute.value())) {
-      throw Failure(failure::kTypeMismatch, "'" + std::string(attribute.value()) + "' in a matrix is no number");
-    }
-  }
-  return element;
-}
-
-PositionMatrix PositionOf(const XMLElement& element) {
-  PositionMatrix position{};
-  std::ranges::transform(kXMLElementNumbers, position.begin(), [&](auto number) { return element.*number; });
-  return position;
-}
-
-// The chains are composed upward, as positioning does: sums in another order would give other bits.
-PositionMatrix Composed(XmlNode node) {
-  auto position = PositionOf(ElementOf(node));
-  for (auto above = node.parent(); above.type() == pugi::node_element; above = above.parent()) {
-    position = Compose(position, PositionOf(ElementOf(above)));
-  }
-  return position;
-}
-
-// The element behind `node`, with what is below it or without.
-XmlNode Behind(XmlNode node, bool withBelow) {
-  const auto element = [](XmlNode at) {
-    while (at && at.type() != pugi::node_element) at = at.next_sibling();
-    return at;
-  };
-  if (withBelow) {
-    if (const auto child = element(node.first_child())) return child;
-  }
-  for (; node.type() == pugi::node_element; node = node.parent()) {
-    if (const auto sibling = element(node.next_sibling())) return sibling;
-  }
-  return {};
-}
 
 std::map<std::string, Tally> TalliesOf(const std::vector<AskedComponent>& asked,
                                        const std::vector<WipComponent>& components,
@@ -84,38 +36,38 @@ std::string MissingText(const std::string& partNumber, int wanted, int there) {
   return std::to_string(wanted - there) + " of " + std::to_string(wanted) + " '" + partNumber + "' are missing";
 }
 
+// Why a component doesn't belong at the origin; empty where it may.
+std::string WhyNotThere(const Tally& tally) {
+  if (tally.instances == 0) return tally.asked == 0 ? "" : "since the matrix has no place for it";
+  return tally.atOrigin > tally.instancesAtOrigin ? "though the matrix places it elsewhere" : "";
+}
+
 }  // namespace
 
-std::vector<MatrixInstance> InstancesFor(const std::vector<std::string>& partNumbers, const std::string& matrix) {
-  XmlDocument document;
-  if (!document.Parse(matrix)) throw Failure(failure::kInvalidFormat, "the matrix: " + document.ParseError().reason);
-  const std::set<std::string, std::less<>> wanted(partNumbers.begin(), partNumbers.end());
-  std::vector<MatrixInstance> instances;
-  bool isFound = false;
-  for (auto node = document.Root(); node; node = Behind(node, !isFound)) {
-    const auto partNumber = ElementOf(node).PartNumber;
-    isFound = wanted.contains(partNumber);
-    if (isFound) instances.push_back({std::string(partNumber), Composed(node)});
-  }
-  return instances;
+SoughtInstances SoughtFor(const std::vector<AskedComponent>& asked, const std::vector<WipComponent>& components) {
+  SoughtInstances sought;
+  for (const auto& component : components) sought.components.insert(component.partNumber);
+  sought.partNumbers = sought.components;
+  for (const auto& component : asked) sought.partNumbers.insert(component.partNumber);
+  return sought;
 }
 
 std::vector<std::string> Shortcomings(const std::vector<AskedComponent>& asked, bool allInstances,
                                       const std::vector<WipComponent>& components,
-                                      const std::vector<MatrixInstance>& instances) {
+                                      const std::optional<std::vector<MatrixInstance>>& instances) {
   std::vector<std::string> lines;
-  const auto tallies = TalliesOf(asked, components, instances);
+  const auto tallies = TalliesOf(asked, components, instances.value_or(std::vector<MatrixInstance>()));
   for (const auto& [partNumber, tally] : tallies) {
     if (tally.asked == 0) continue;
     const int wanted = allInstances ? std::max(tally.instances, 1) : tally.asked;
     if (tally.there < wanted) lines.push_back(MissingText(partNumber, wanted, tally.there));
   }
   for (const auto& component : components) {
-    if (component.position != kIdentityPosition) continue;
-    const auto& tally = tallies.at(component.partNumber);
-    if (tally.instances == 0 || tally.atOrigin <= tally.instancesAtOrigin) continue;
-    lines.push_back("'" + component.partNumber + "' (" + component.name +
-                    ") is still at the origin, though the matrix places it elsewhere");
+    if (!instances || component.position != kIdentityPosition) continue;
+    const auto why = WhyNotThere(tallies.at(component.partNumber));
+    if (!why.empty()) {
+      lines.push_back("'" + component.partNumber + "' (" + component.name + ") is still at the origin, " + why);
+    }
   }
   return lines;
 }

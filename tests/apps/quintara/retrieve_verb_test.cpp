@@ -45,9 +45,8 @@ TEST_F(RetrieveVerb, NeedsAVault) {
   EXPECT_EQ(RunBare({"retrieve", "TRIAL", "--work", AdminPath()}).exitCode, kWrongUse);
 }
 
-TEST_F(RetrieveVerb, TellsWhatItsMatrixDoesNotHold) {
+TEST_F(RetrieveVerb, SaysThatTheWipRemembersNoMatrix) {
   auto text = ReadWork("WIP~~TRIAL.ZVAProduct");
-  WriteWork("WIP~~TRIAL.ZVAProduct", text);
   const auto at = text.find("DocXMLOID");
   ASSERT_NE(at, text.npos);
   text.replace(at, 9, "DocXMLOIX");
@@ -56,6 +55,34 @@ TEST_F(RetrieveVerb, TellsWhatItsMatrixDoesNotHold) {
   const auto outcome = Run({"retrieve", "TRIAL"});
 
   EXPECT_EQ(outcome.exitCode, kFailed);
+  EXPECT_THAT(outcome.errors, HasSubstr("Veldora has no matrix document for this WIP."));
+  EXPECT_THAT(Compared(), HasSubstr("18 out of place"));
+}
+
+TEST_F(RetrieveVerb, SavesWhatWasPlacedBeforeAFailure) {
+  gate->FailOperation("Position.SetComponents", 3);
+
+  const auto outcome = Run({"retrieve", "TRIAL"});
+
+  EXPECT_EQ(outcome.exitCode, kFailed);
+  EXPECT_THAT(outcome.out, HasSubstr("saved '"));
+  EXPECT_THAT(Compared(), HasSubstr("2 of 18 in place"));
+}
+
+TEST_F(RetrieveVerb, LeavesAnUnreadableWipAlone) {
+  WriteWork("WIP~~TRIAL.ZVAProduct", "no product");
+
+  EXPECT_EQ(Run({"retrieve", "WIP~~TRIAL.ZVAProduct"}).exitCode, kFailed);
+  EXPECT_EQ(ReadWork("WIP~~TRIAL.ZVAProduct"), "no product");
+}
+
+TEST_F(RetrieveVerb, RefusesAProductWithoutTheMarksOfAWip) {
+  RunWell({"checkout", "as1"});
+
+  const auto outcome = Run({"retrieve", AdminPath("as1.ZVAProduct")});
+
+  EXPECT_EQ(outcome.exitCode, kWrongUse);
+  EXPECT_THAT(outcome.errors, HasSubstr("is no work in progress"));
 }
 
 }  // namespace

@@ -36,7 +36,10 @@ class Rules : public ::testing::Test {
     tree.SetPicture(node, isProduct ? node_tag::kProductNone : node_tag::kPartNone);
   }
   std::vector<RuleReport> Apply(const std::vector<ChoiceRule>& rules, bool everyNode = false) {
-    return ApplyRules(tree, nodes, {rules, everyNode}, [this](int node) { Click(node); });
+    return ApplyRules(tree, nodes, {rules, everyNode}, [this](int node) {
+      ++clicks;
+      Click(node);
+    });
   }
   void Click(int node) {
     if (IsLocked(tree, node)) return;
@@ -68,6 +71,7 @@ class Rules : public ::testing::Test {
 
   TreeModel tree{node_tag::All(), "xxx"};
   std::vector<ReviewNode> nodes;
+  int clicks = 0;
 };
 
 TEST_F(Rules, MarkAnObjectAtItsFirstNode) {
@@ -113,6 +117,34 @@ TEST_F(Rules, TakeOutEveryNodeThatMatches) {
 
   EXPECT_EQ(States(), "-------");
   EXPECT_EQ(reports.at(0).left, 0);
+}
+
+TEST_F(Rules, TakeOutWhatIsMarkedBelowANodeToo) {
+  Apply({{Choice::kLight, "part:*"}, {Choice::kNone, "axle"}}, true);
+
+  EXPECT_EQ(States(), "-----LL");
+}
+
+TEST_F(Rules, TakeOutEverythingWithTheRoot) {
+  Apply({{Choice::kLight, "nut"}, {Choice::kDocument, "cover"}, {Choice::kNone, "."}});
+
+  EXPECT_EQ(States(), "-------");
+}
+
+TEST_F(Rules, ClickNothingThatIsAsItIsToBe) {
+  Apply({{Choice::kNone, "*"}});
+  EXPECT_EQ(clicks, 0);
+
+  Apply({{Choice::kLight, "gear/nut"}, {Choice::kLight, "axle"}});
+  EXPECT_EQ(clicks, 2);
+  Apply({{Choice::kLight, "axle"}, {Choice::kNone, "cover"}});
+  EXPECT_EQ(clicks, 2);
+}
+
+TEST_F(Rules, MarkAgainWhatWasTakenOutBefore) {
+  Apply({{Choice::kNone, "nut"}, {Choice::kLight, "part:*"}});
+
+  EXPECT_EQ(States(), "--LL---");
 }
 
 TEST_F(Rules, LeaveWhatAChoiceAboveKeeps) {

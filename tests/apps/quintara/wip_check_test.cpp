@@ -1,6 +1,7 @@
 #include "quintara/wip_check.h"
 
-#include "base/failure.h"
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 
 namespace quintara::test {
 namespace {
@@ -12,44 +13,6 @@ PositionMatrix At(double x) {
   auto position = kIdentityPosition;
   position[9] = x;
   return position;
-}
-
-std::string Element(const std::string& tag, const std::string& partNumber, int x, const std::string& below = {}) {
-  std::string numbers;
-  for (const auto* name : {"XX", "YY", "ZZ"}) numbers += std::string(name) + "=\"1\" ";
-  for (const auto* name : {"XY", "XZ", "YX", "YZ", "ZX", "ZY", "YO", "ZO"}) numbers += std::string(name) + "=\"0\" ";
-  return "<" + tag + " PART_NUMBER=\"" + partNumber + "\" INSTANCE_NAME=\"i\" FULL_INSTANCE_NAME=\"i\" " + numbers +
-         "XO=\"" + std::to_string(x) + "\">" + below + "</" + tag + ">";
-}
-
-std::vector<std::string> PlacesOf(const std::vector<MatrixInstance>& instances) {
-  std::vector<std::string> places;
-  for (const auto& instance : instances) {
-    places.push_back(instance.partNumber + " " + std::to_string(static_cast<int>(instance.position[9])));
-  }
-  return places;
-}
-
-const std::string& Matrix() {
-  static const auto kText =
-      Element("PRODUCT", "gear", 1,
-              Element("PRODUCT", "axle", 10, Element("PART", "nut", 100) + Element("PART", "bolt", 200)) +
-                  Element("PART", "nut", 20));
-  return kText;
-}
-
-TEST(TheInstancesOfAMatrix, StandInTheFrameOfItsRoot) {
-  EXPECT_THAT(PlacesOf(InstancesFor({"nut"}, Matrix())), ElementsAre("nut 111", "nut 21"));
-}
-
-TEST(TheInstancesOfAMatrix, LeaveOutWhatAComponentHolds) {
-  EXPECT_THAT(PlacesOf(InstancesFor({"nut", "axle"}, Matrix())), ElementsAre("axle 11", "nut 21"));
-  EXPECT_THAT(PlacesOf(InstancesFor({"gear", "nut"}, Matrix())), ElementsAre("gear 1"));
-}
-
-TEST(TheInstancesOfAMatrix, NeedAMatrix) {
-  EXPECT_THROW(InstancesFor({"nut"}, "no matrix"), Failure);
-  EXPECT_THROW(InstancesFor({"nut"}, "<PART PART_NUMBER='nut' XX='one'/>"), Failure);
 }
 
 struct AWip : ::testing::Test {
@@ -92,7 +55,28 @@ TEST_F(AWip, MayStandAtTheOriginWhereTheMatrixPlacesIt) {
 }
 
 TEST_F(AWip, IsNotComparedWithPlacesThatNobodyKnows) {
-  EXPECT_THAT(Shortcomings(asked, true, {{"nut", "a", At(0)}, {"bolt", "c", At(0)}}, {}), IsEmpty());
+  EXPECT_THAT(Shortcomings(asked, true, {{"nut", "a", At(0)}, {"bolt", "c", At(0)}}, std::nullopt), IsEmpty());
+  EXPECT_THAT(Shortcomings(asked, true, {{"nut", "a", At(0)}}, std::nullopt), ElementsAre("'bolt' is missing"));
+}
+
+TEST_F(AWip, TellsWhatTheMatrixHasNoPlaceFor) {
+  instances.pop_back();
+
+  EXPECT_THAT(Shortcomings(asked, false, {{"nut", "a", At(111)}, {"bolt", "bolt.1", At(0)}}, instances),
+              ElementsAre("'bolt' (bolt.1) is still at the origin, since the matrix has no place for it"));
+}
+
+TEST_F(AWip, MayHoldSomethingElsewhereThatTheMatrixHasNoPlaceFor) {
+  instances.pop_back();
+
+  EXPECT_THAT(Shortcomings(asked, false, {{"nut", "a", At(111)}, {"bolt", "bolt.1", At(5)}}, instances), IsEmpty());
+}
+
+TEST_F(AWip, IsSoughtInTheMatrixWithWhatItLacks) {
+  const auto sought = SoughtFor(asked, {{"nut", "a", At(0)}, {"cover", "x", At(0)}});
+
+  EXPECT_THAT(sought.partNumbers, ElementsAre("bolt", "cover", "nut"));
+  EXPECT_THAT(sought.components, ElementsAre("cover", "nut"));
 }
 
 TEST_F(AWip, MayHoldWhatWasThereBefore) {

@@ -9,6 +9,7 @@
 namespace quintara::test {
 namespace {
 
+using ::testing::AllOf;
 using ::testing::HasSubstr;
 using ::testing::Not;
 
@@ -50,6 +51,25 @@ TEST_F(WipOnATerminal, MarksFindsAndCreates) {
   EXPECT_TRUE(screen->IsAsBefore());
   EXPECT_THAT(screen->Written(), HasSubstr("made 'WIP~~TYPED' with 7 components"));
   EXPECT_THAT(Run({"compare", "TYPED", "--with", Data("as1-oc-214.stp")}).out, HasSubstr("7 of 7 in place"));
+}
+
+TEST_F(WipOnATerminal, CollapsesExpandsAndStepsBack) {
+  const auto screen = Start();
+  ASSERT_TRUE(screen->WaitFor(kDrawn));
+
+  screen->Type("c");
+  ASSERT_TRUE(screen->WaitFor("▸"));
+  screen->Type("e");
+  ASSERT_TRUE(screen->WaitFor("▾"));
+  screen->Type("/nut\r");
+  ASSERT_TRUE(screen->WaitFor("Matches for \"nut\": 3"));
+  screen->Type("<\x1b");  // from the first one back to the last, in nut-bolt-assembly
+  ASSERT_TRUE(screen->WaitFor(kDrawn));
+  screen->Type(" \r");
+
+  EXPECT_EQ(screen->WaitForEnd(), kDone) << screen->Written();
+  EXPECT_THAT(Run({"compare", "TYPED", "--with", Data("as1-oc-214.stp")}).out,
+              AllOf(HasSubstr("nut-bolt-assembly_1\\nut_"), HasSubstr("1 of ")));
 }
 
 TEST_F(WipOnATerminal, ShowsAnObjectAndGoesOn) {
@@ -119,7 +139,7 @@ TEST_F(WipOnATerminal, AsksWhichOfSeveralMatricesIsMeant) {
   EXPECT_TRUE(screen->IsAsBefore());
   screen->Type("1\n");
 
-  screen->WaitForEnd();
+  EXPECT_EQ(screen->WaitForEnd(), kDone) << screen->Written();
   EXPECT_THAT(screen->Written(), HasSubstr("made 'WIP~~TYPED' with 1 component,"));
   EXPECT_TRUE(HasWork("WIP~~TYPED.ZVAProduct"));
 }

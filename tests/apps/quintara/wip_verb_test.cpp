@@ -1,7 +1,11 @@
 #include <algorithm>
+#include <csignal>
+#include <cstdlib>
+#include <iostream>
 
 #include "apps/quintara/vault_with_two_roots.h"
 #include "base/attempt.h"
+#include "quintara/interruption.h"
 
 namespace quintara::test {
 namespace {
@@ -111,6 +115,25 @@ TEST_F(WipVerb, TakesOutWhatItMarkedBefore) {
   EXPECT_THAT(Components("as1"), UnorderedElementsAre("rod light", "l-bracket light", "plate light"));
 }
 
+TEST_F(WipVerb, TakesOutWhatStandsBelowWhatIsLeftOut) {
+  EXPECT_EQ(Wip({"--light", "part:*", "--none", "l-bracket-assembly"}).exitCode, kDone);
+
+  EXPECT_THAT(Components("as1"), UnorderedElementsAre("nut light", "rod light", "plate light"));
+}
+
+TEST_F(WipVerb, TakesPatternsFromLeftToRight) {
+  EXPECT_EQ(Wip({"--none", "nut", "--document", "bolt", "--light", "nut", "--light", "bolt"}).exitCode, kDone);
+
+  EXPECT_THAT(Components("as1"), ElementsAre("nut light", "bolt light"));
+}
+
+TEST_F(WipVerb, LeavesTheWholeProductWhereItIs) {
+  const auto outcome = Run({"wip", "rod-assembly", "--light", "."});
+
+  EXPECT_EQ(outcome.exitCode, kDone) << outcome.errors;
+  EXPECT_THAT(Components("as1"), ElementsAre("rod-assembly light"));
+}
+
 TEST_F(WipVerb, KeepsWhatItIsBeforeItIsPlaced) {
   const auto file = work.Path("created.ZVAProduct");
 
@@ -132,7 +155,9 @@ TEST_F(WipVerb, OnlyTellsWhatItWouldMake) {
   EXPECT_EQ(outcome.exitCode, kDone) << outcome.errors;
   EXPECT_THAT(outcome.out, AllOf(HasSubstr("nut        light\n"), HasSubstr("plate      document\n"),
                                  HasSubstr("nothing made, as asked: 2 components\n")));
+  EXPECT_THAT(outcome.errors, Not(HasSubstr("was created")));
   EXPECT_THAT(Wips(), IsEmpty());
+  EXPECT_FALSE(HasWork("nut.lwt"));
 }
 
 TEST_F(WipVerb, NeedsPatternsWhereNobodyCanBeAsked) {
@@ -244,8 +269,25 @@ TEST_F(WipVerb, LetsOneOfSeveralMatricesBePicked) {
 
   const auto outcome = WipOfRods();
 
-  EXPECT_THAT(outcome.errors, AllOf(HasSubstr("  1  as1 Matrix"), HasSubstr("  2  hall Matrix")));
+  EXPECT_EQ(outcome.exitCode, kDone) << outcome.errors;
+  EXPECT_THAT(outcome.errors,
+              AllOf(HasSubstr("Choose one of them"), HasSubstr("  1  as1 Matrix"), HasSubstr("  2  hall Matrix")));
   EXPECT_THAT(Wips(), ElementsAre("WIP~~hall.ZVAProduct"));
+}
+
+// Its name isn't known before.
+TEST_F(WipVerb, LeavesAFileThatIsInTheWayOfAPickedMatrix) {
+  AddHall();
+  std::filesystem::create_directories(ToPath(AdminPath()));
+  WriteWork("WIP~~hall.ZVAProduct", "in the way");
+  terminal.input = terminal.errors = true;
+  typed = "2\n";
+
+  const auto outcome = WipOfRods();
+
+  EXPECT_EQ(outcome.exitCode, kFailed);
+  EXPECT_THAT(outcome.errors, HasSubstr("exists already; --replace replaces it"));
+  EXPECT_EQ(ReadWork("WIP~~hall.ZVAProduct"), "in the way");
 }
 
 TEST_F(WipVerb, DismissesTheMatricesWithAnEmptyLine) {
@@ -268,6 +310,69 @@ TEST_F(WipVerb, SavesWhatWasMadeBeforeAFailure) {
   EXPECT_THAT(outcome.errors, HasSubstr("'bolt' is missing"));
 }
 
+// Both what was there before and what is asked for count where the places are compared.
+TEST_F(WipVerb, AsksForNoInstancesBelowWhatTheOpenDocumentHolds) {
+  RunWell({"wip", "as1", "--light", "rod-assembly", "--name", "FIRST"});
+
+  const auto outcome = Wip({"--light", "nut", "--all-instances", "--active", "FIRST", "--name", "SECOND"});
+
+  EXPECT_EQ(outcome.exitCode, kDone) << outcome.errors;
+  EXPECT_EQ(Compared("SECOND"), "7 of 7 in place");
+}
+
+// The newest revision, whichever one the vault links to the product.
+TEST_F(WipVerb, IsComparedWithTheMatrixThatPlacedIt) {
+  work.Write("as1 Matrix.xml", StoredMatrix("nut-bolt-assembly"));
+  {
+    const auto vault = Open();
+    const auto as1 = ObjectIn(*vault, vault->FindNewest("as1").at(0).identity);
+    for (const auto& link : vault->Links(as1)) {
+      if (link.isStructure || !link.goesOut) continue;
+      const auto matrix = vault->NewRevision(ObjectIn(*vault, link.object.identity));
+      vault->StoreFile(matrix, work.Path("as1 Matrix.xml"));
+    }
+  }
+
+  const auto outcome = Wip({"--light", "rod"});
+
+  EXPECT_EQ(outcome.exitCode, kFailed);
+  EXPECT_THAT(outcome.errors, HasSubstr("'rod' (rod.1) is still at the origin, since the matrix has no place for it"));
+}
+
+// An interruption that comes while a component is brought in ends the work before the next one.
+TEST_F(WipVerb, SavesWhatWasMadeBeforeAnInterruption) {
+  // A terminal on which someone presses the key as soon as the second component is told of.
+  class Interrupter final : public std::stringbuf {
+   public:
+    int sync() override {
+      if (!pressed_ && str().find("bolt - A") != std::string::npos) std::raise(SIGINT);
+      pressed_ = pressed_ || str().find("bolt - A") != std::string::npos;
+      return 0;
+    }
+    ~Interrupter() override { std::cerr << str(); }
+
+   private:
+    bool pressed_ = false;
+  };
+  const auto run = [this] {
+    int exitCode = 0;
+    {
+      std::istringstream in;
+      std::ostringstream out;
+      Interrupter typist;
+      std::ostream errors(&typist);
+      CatchInterruptions();
+      exitCode = RunQuintara({"wip", "as1", "--light", "part:*", "--name", "CUT", "--vault", Folder()},
+                             {in, out, errors, {.errors = true, .columns = 80}, gate, {}});
+    }
+    std::exit(exitCode);
+  };
+
+  EXPECT_EXIT(run(), ::testing::ExitedWithCode(kFailed), "MainPanel.cmdCreateWIP_Click.*interrupted");
+
+  EXPECT_THAT(Components("CUT"), ElementsAre("nut light", "rod light"));
+}
+
 class WipVerbWithoutMatrix : public WipVerb {
  protected:
   WipVerbWithoutMatrix() : WipVerb("none") {}
@@ -277,8 +382,20 @@ TEST_F(WipVerbWithoutMatrix, MakesAWipThatIsNotPlaced) {
   const auto outcome = Wip({"--light", "plate"});
 
   EXPECT_EQ(outcome.exitCode, kFailed);
-  EXPECT_THAT(outcome.errors, Not(HasSubstr("still at the origin")));
+  EXPECT_THAT(outcome.errors, HasSubstr("There is no matrix document for this product."));
+  EXPECT_THAT(outcome.errors, Not(HasSubstr("quintara: ")));
   EXPECT_THAT(Wips(), ElementsAre("WIP~~.ZVAProduct"));
+}
+
+TEST_F(WipVerbWithoutMatrix, LeavesAFileThatIsInTheWayBeforeAnythingIsDone) {
+  std::filesystem::create_directories(ToPath(AdminPath()));
+  WriteWork("WIP~~.ZVAProduct", "in the way");
+
+  const auto outcome = Wip({"--light", "plate"});
+
+  EXPECT_EQ(outcome.exitCode, kFailed);
+  EXPECT_THAT(outcome.errors, AllOf(HasSubstr("exists already"), Not(HasSubstr("was created"))));
+  EXPECT_EQ(ReadWork("WIP~~.ZVAProduct"), "in the way");
 }
 
 }  // namespace
