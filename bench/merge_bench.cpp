@@ -4,9 +4,6 @@
 // parsed once, and the result saved, all as durably.
 
 #include <benchmark/benchmark.h>
-#include <fcntl.h>
-#include <unistd.h>
-
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
@@ -18,6 +15,7 @@
 
 #include "access/session/process.h"
 #include "access/session/the_platform.h"
+#include "durable_copy.h"
 #include "hosts/cad/cad_host.h"
 #include "hosts/integration/embedded_engine.h"
 #include "hosts/native/native_platform.h"
@@ -65,13 +63,6 @@ std::string MatrixOf(int assembly) {
   document.save(text, "", pugi::format_raw | pugi::format_no_declaration);
   return text.str();
 }
-
-/// What is only made to be taken into the vault needn't survive the machine.
-class UnsyncedContents : public NativeContents {
- public:
-  using NativeContents::NativeContents;
-  void WriteWhole(const std::string& path, const std::string& bytes) override { WriteUnsynced(path, bytes); }
-};
 
 /// A vault with a product of so many sub-assemblies, their matrices beside them, and the CAD host that has the
 /// product open.
@@ -287,11 +278,6 @@ void Graft(pugi::xml_node root, const std::string& path, const std::string& abov
   for (const auto part : product.children()) prefix(part);
 }
 
-void Sync(const std::string& path) {
-  const int file = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
-  Demand(file >= 0 && ::fsync(file) == 0 && ::close(file) == 0, "can't be brought to the disk: " + path);
-}
-
 void SaveByHand(const pugi::xml_document& document, const std::string& path) {
   std::ofstream beside(path + ".new", std::ios::binary);
   document.save(beside, "", pugi::format_raw);
@@ -299,18 +285,6 @@ void SaveByHand(const pugi::xml_document& document, const std::string& path) {
   Sync(path + ".new");
   fs::rename(path + ".new", path);
   Sync(fs::path(path).parent_path().string());
-}
-
-// As the vault copies: a file is whole and on the disk before it is known.
-void CopyDurably(const std::string& from, const std::string& to) {
-  fs::copy_file(from, to + ".new", fs::copy_options::overwrite_existing);
-  Sync(to + ".new");
-  fs::rename(to + ".new", to);
-  Sync(fs::path(to).parent_path().string());
-}
-
-void CopyOnly(const std::string& from, const std::string& to) {
-  fs::copy_file(from, to, fs::copy_options::overwrite_existing);
 }
 
 void MergeByHand(benchmark::State& state, void (*copyFile)(const std::string& from, const std::string& to)) {

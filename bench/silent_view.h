@@ -9,7 +9,7 @@
 namespace quintara::bench {
 
 /// A view that shows nothing to anybody, so that what is measured is the dialog's own work. Its user is `user`, called
-/// once it is shown; the pointer is always on the first node.
+/// once it is shown; the pointer is on the node `under`.
 class SilentView final : public dialog::View {
  public:
   using User = std::function<void(SilentView& view, dialog::Events& events)>;
@@ -22,6 +22,7 @@ class SilentView final : public dialog::View {
 
   dialog::TreeContent* tree = nullptr;
   int selected = 0;
+  int under = 1;
 
   std::string Text(const std::string& control) override { return texts_[control]; }
   void SetText(const std::string& control, const std::string& text) override { texts_[control] = text; }
@@ -36,7 +37,7 @@ class SilentView final : public dialog::View {
   void SetProgress(const std::string& /*control*/, int /*value*/, int /*max*/) override {}
   void SetTree(const std::string& /*control*/, dialog::TreeContent* content) override { tree = content; }
   void TreeChanged(const std::string& /*control*/) override {}
-  int NodeAt(const std::string& /*control*/, int /*x*/, int /*y*/) override { return 1; }
+  int NodeAt(const std::string& /*control*/, int /*x*/, int /*y*/) override { return under; }
   int SelectedNode(const std::string& /*control*/) override { return selected; }
   void SelectNode(const std::string& /*control*/, int node) override { selected = node; }
   void EnsureVisible(const std::string& /*control*/, int /*node*/) override {}

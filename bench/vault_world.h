@@ -4,9 +4,12 @@
 
 #include <chrono>
 #include <filesystem>
+#include <map>
 #include <memory>
 #include <stdexcept>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "hosts/native/native_files.h"
 #include "hosts/vault/embedded_vault.h"
@@ -42,12 +45,23 @@ class Folder {
                                 ("quintara-bench-" + std::to_string(Clock::now().time_since_epoch().count()));
 };
 
+/// For what needn't survive the machine: nothing waits for the disk.
+class UnsyncedContents : public NativeContents {
+ public:
+  using NativeContents::NativeContents;
+  void SyncAll(const std::vector<std::string>& /*paths*/) override {}
+  void WriteWhole(const std::string& path, const std::string& bytes) override { WriteUnsynced(path, bytes); }
+};
+
 /// A vault of its own, opened when it is first asked for.
 class World {
  public:
-  World() {
+  World() : World(std::make_shared<NativeContents>(std::make_shared<Gate>()), {}) {}
+  /// On other files, and with the NLS files that whole commands need.
+  World(std::shared_ptr<NativeContents> files, std::map<std::string, std::string> texts) : files_(std::move(files)) {
     VaultPlan plan;
     plan.folder = folder_.PathOf("quintara.vault");
+    plan.texts = std::move(texts);
     std::filesystem::create_directories(folder_.PathOf("work"));
     InitVault(plan, *files_);
   }
@@ -62,12 +76,13 @@ class World {
     return *vault_;
   }
   Ref<veldora::VdSession> Session() { return Vault().Application()->Engine()->Sessions(0); }
+  std::string WorkPath(const std::string& name) const { return folder_.PathOf("work/" + name); }
   std::string DatabasePath() const { return folder_.PathOf("quintara.vault/vault.sqlite"); }
   std::string StorePath(const std::string& name) const { return folder_.PathOf("quintara.vault/store/" + name); }
 
  private:
   Folder folder_;
-  std::shared_ptr<NativeContents> files_ = std::make_shared<NativeContents>(std::make_shared<Gate>());
+  std::shared_ptr<NativeContents> files_;
   std::unique_ptr<EmbeddedVault> vault_;
 };
 

@@ -67,8 +67,7 @@ bool Judge(const Collector& collector, const Promise& promise) {
   }
   const double ratio = work / baseline;
   const bool met = ratio <= promise.bound;
-  std::printf("%-6s  %-58s  ratio %5.2f  bound %4.1f\n", met ? "met" : "missed", promise.name.c_str(), ratio,
-              promise.bound);
+  PrintVerdict(promise.name, ratio, promise.bound, met);
   return met;
 }
 
@@ -95,6 +94,10 @@ int RunAndJudge(int argc, char** argv, const std::vector<Promise>& promises) {
   bool allMet = true;
   for (const auto& promise : promises) allMet = Judge(collector, promise) && allMet;
   return allMet ? 0 : 1;
+}
+
+void PrintVerdict(const std::string& name, double ratio, double bound, bool isMet) {
+  std::printf("%-6s  %-58s  ratio %5.2f  bound %4.1f\n", isMet ? "met" : "missed", name.c_str(), ratio, bound);
 }
 
 }  // namespace quintara::bench

@@ -19,4 +19,7 @@ struct Promise {
 /// and then a line for each promise: "met" or "missed", name, ratio, bound. 1 if any is missed.
 int RunAndJudge(int argc, char** argv, const std::vector<Promise>& promises);
 
+/// Prints the line of one figure: "met" or "missed", name, ratio, bound.
+void PrintVerdict(const std::string& name, double ratio, double bound, bool isMet);
+
 }  // namespace quintara::bench
