@@ -8,11 +8,11 @@ inline constexpr auto kSwitchToLwt =
     R"(The components that a pattern matches are selected, in the order of the tree, and
 replaced one after the other; the first that can't be ends it, and those before it stay
 replaced. Positions and instance names stay. Only what stands directly under the work
-in progress can be replaced.
+in progress can be replaced; what stands below it goes with it.
 
 A pattern (*, ?; capitals are ignored) is compared with the part number, the instance
 name or its last piece, and the path of part numbers; 'part:' or 'product:' in front of
-it restricts it to components without or with children.
+it restricts it to parts or to assemblies, light ones too.
 
 Examples:
   quintara switch-to-lwt TRIAL --select plate

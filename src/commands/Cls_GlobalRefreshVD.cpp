@@ -7,6 +7,7 @@
 #include "access/session/the_platform.h"
 #include "access/utils/messages.h"
 #include "base/file_names.h"
+#include "base/text.h"
 #include "commands/refresh_settings.h"
 #include "matrix/Cls_GetMatrix.h"
 #include "services/Cls_Init.h"
@@ -49,6 +50,12 @@ bool AreChildrenStable(const Ref<VdObject>& object) {
   Ref<veldora::VdObjects> children;
   Utils().GetAllChildren(Process().gSession, object, children, nullptr, Process().CAD_REF_FILE_NAME);
   return Utils().AcceptGlobalRefresh(children);
+}
+
+// A product without a file isn't told here: its check-out fails, or the opening of the folder.
+std::string RootPath(const std::string& fileName) {
+  const auto& folder = Process().gWorkDirectory;
+  return fileName.empty() ? FromPath(ToPath(folder) / "") : PathIn(folder, fileName);
 }
 
 void WriteMatrix(const Ref<VdObject>& object) {
@@ -147,8 +154,7 @@ Cls_GlobalRefreshVD::Untold Cls_GlobalRefreshVD::RefreshSelected(const Ref<VdRec
     return std::nullopt;
   }
   if (!AreChildrenStable(object)) return refuse(texts.QD_GLOBALREFRESH_CHILDREN_MUST_BE_IN_CHECKIN_OR_RELEASED);
-  const auto fileName = object->Record()->ValueAsString(Process().CAD_REF_FILE_NAME);
-  return RefreshOne(object, PathIn(Process().gWorkDirectory, fileName));
+  return RefreshOne(object, RootPath(object->Record()->ValueAsString(Process().CAD_REF_FILE_NAME)));
 }
 
 Cls_GlobalRefreshVD::Untold Cls_GlobalRefreshVD::RefreshOne(const Ref<VdObject>& selected, const std::string& path) {

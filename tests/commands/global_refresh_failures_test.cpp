@@ -1,15 +1,19 @@
 #include <set>
 #include <utility>
 
+#include "commands/engine_in_front.h"
 #include "commands/refresh_bench.h"
 #include "services/substitutes.h"
 
 namespace quintara::test {
 namespace {
 
+using testing::AllOf;
 using testing::ElementsAre;
+using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::SizeIs;
+using testing::StartsWith;
 
 // What comes of failures.
 
@@ -194,6 +198,65 @@ TEST_F(FailedRefresh, WhoseEngineCannotConnectAgainPutsTheSettingsBack) {
 
   EXPECT_TRUE(engine->IsConnected());
   EXPECT_EQ(Settings(), NewOnly({2, 3, 4}));
+}
+
+// A product without a file isn't refused: it fails where its file is wanted.
+
+class RefreshWithoutAFile : public FailedRefresh {
+ protected:
+  RefreshWithoutAFile() : idea_(vault->AddObject("ZORVA Product", {{"NM_CN_PART_NUMBER", "IDEA"}}, {})) {
+    CheckIn(idea_);
+  }
+  std::vector<Box> RefreshIdea() { return Refresh(SelectionOf({idea_})); }
+
+ private:
+  Ref<VdObject> idea_;
+};
+
+TEST_F(RefreshWithoutAFile, FailsInItsCheckOut) {
+  const auto boxes = RefreshIdea();
+
+  ASSERT_THAT(boxes, SizeIs(1));
+  EXPECT_THAT(boxes[0].text,
+              AllOf(StartsWith("EN COMMON.UNEXPECTED_ERROR [Cls_GlobalRefreshVD.Run] ["), HasSubstr("has no file")));
+  EXPECT_EQ(boxes[0].style, kCritical);
+  EXPECT_EQ(Settings(), NewOnly({2, 3, 4}));
+  EXPECT_EQ(OtherKeys(), kKeysWritten);
+  EXPECT_EQ(RevisionAndState("IDEA"), "A1");
+  EXPECT_FALSE(Alerts());
+  ExpectTold();
+}
+
+TEST_F(RefreshWithoutAFile, OpensTheFolderWhereTheCheckOutGoesWell) {
+  class EmptyDocument : public veldora::HIXDocument {
+   public:
+    explicit EmptyDocument(const Ref<zorva::Application>& application) : application_(application) {}
+    Ref<zorva::Document> Document() override { return application_->Documents()->Add("ZVAProduct"); }
+
+   private:
+    Ref<zorva::Application> application_;
+  };
+  // Checks nothing out, and has an empty document for each object.
+  class Careless : public EngineInFront {
+   public:
+    Careless(const Ref<veldora::HIXEngine>& engine, Ref<veldora::HIXDocument> handle)
+        : EngineInFront(engine, [](const std::string&) {}), handle_(std::move(handle)) {}
+    Ref<veldora::HIXDocument> DocumentHandle(std::int16_t, std::int32_t) override { return handle_; }
+    void CheckOutDocument(const Ref<veldora::HIXDocument>&) override {}
+
+   private:
+    Ref<veldora::HIXDocument> handle_;
+  };
+  host.RegisterItem("HIXEngine",
+                    MakeRef<Careless>(Ref<veldora::HIXEngine>(engine), MakeRef<EmptyDocument>(host.Application())));
+  Process().gHIX = nullptr;
+
+  EXPECT_THAT(RefreshIdea(), SizeIs(1));
+
+  EXPECT_THAT(Calls("Documents.Open"), ElementsAre("Documents.Open(" + WorkPath("") + ")"));
+  EXPECT_EQ(Settings(), NewOnly({4}));
+  EXPECT_FALSE(Alerts());
+  ExpectTold();
 }
 
 // The last reload.

@@ -1,12 +1,11 @@
 #include "commands/refresh_bench.h"
+#include "hosts/vault/database.h"
 
 namespace quintara::test {
 namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
-using testing::SizeIs;
-using testing::StartsWith;
 
 // What keeps it from starting.
 
@@ -42,6 +41,16 @@ TEST_F(RefusedRefresh, OfNothing) {
 
   ExpectUntouched();
   EXPECT_EQ(DisplaysRefreshed(), 1U);
+}
+
+TEST_F(RefusedRefresh, TellsWhyBeforeItRefreshesTheDisplay) {
+  gate->FailOperation("Application.RefreshDisplay=");
+
+  EXPECT_THAT(Refresh(SelectionOf({})),
+              ElementsAre(TextBox("QD.GLOBALREFRESH.SELECT_ONE_OBJECT", kInformationModal), RunReport(kInjected)));
+
+  ExpectUntouched();
+  EXPECT_EQ(DisplaysRefreshed(), 2U);
 }
 
 TEST_F(RefusedRefresh, OfWhatIsNoSelectionIsReported) {
@@ -134,17 +143,20 @@ TEST_F(RefusedRefresh, WithoutAStartIsSilentButForTheStartItself) {
   EXPECT_EQ(yields, 0);
 }
 
-TEST_F(RefusedRefresh, OfAProductWithoutAFileIsReported) {
-  const auto idea = vault->AddObject("ZORVA Product", {{"NM_CN_PART_NUMBER", "IDEA"}}, {});
-  CheckIn(idea);
+TEST_F(RefusedRefresh, OfAProductWhoseFileHasNoPlainNameIsReported) {
+  for (const auto* name : {"..", "../CAR.ZVAProduct", "..\\CAR.ZVAProduct", "C:CAR.ZVAProduct"}) {
+    vault::Database(vault->Folder().connection)
+        .Execute("UPDATE \"ZORVA_PRODUCT\" SET \"CAD_REF_FILE_NAME\" = ?", {std::string(name)});
+    Process().texts.COMMON_UNEXPECTED_ERROR.text = "REP1: REP2";
 
-  const auto boxes = Refresh(SelectionOf({idea}));
+    EXPECT_THAT(Refresh(),
+                ElementsAre(Box{"Cls_GlobalRefreshVD.Run: \"" + std::string(name) + "\" can't be the name of a file",
+                                kCritical, "Quintara"}));
 
-  ASSERT_THAT(boxes, SizeIs(1));
-  EXPECT_THAT(boxes[0].text, StartsWith("EN COMMON.UNEXPECTED_ERROR [Cls_GlobalRefreshVD.Run] ["));
-  ExpectUntouched();
-  EXPECT_EQ(desk.Made("frmWaiting"), 0);
-  EXPECT_EQ(DisplaysRefreshed(), 1U);
+    ExpectUntouched();
+    EXPECT_EQ(desk.Made("frmWaiting"), 0);
+    EXPECT_EQ(DisplaysRefreshed(), 1U);
+  }
 }
 
 TEST_F(RefusedRefresh, WithoutAUserInterfaceIsReported) {

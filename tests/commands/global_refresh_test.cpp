@@ -1,7 +1,10 @@
+#include <algorithm>
+
 #include "access/utils/Cls_Utils.h"
 #include "commands/engine_in_front.h"
 #include "commands/refresh_bench.h"
 #include "support/tiny_files.h"
+#include "wip/zorva_in_front.h"
 
 namespace quintara::test {
 namespace {
@@ -157,6 +160,23 @@ TEST_F(RefreshTest, OpensTheFileOfTheProductAndGivesItsIdentityToTheEngine) {
   EXPECT_THAT(Calls("VdObjects.SetAttributeNames"), Contains("VdObjects.SetAttributeNames(CAD_REF_FILE_NAME)"));
 }
 
+TEST_F(RefreshTest, TakesAnObjectOfItsOwnAndAnotherOneForTheMatrix) {
+  Refresh();
+
+  const auto between = [&](const std::string& first, const std::string& last) {
+    const auto& calls = gate->Record();
+    const auto begins = [](const std::string& with) {
+      return [with](const auto& call) { return call.starts_with(with); };
+    };
+    const auto from = std::ranges::find_if(calls, begins(first));
+    return std::vector<std::string>(from, std::find_if(from, calls.end(), begins(last)));
+  };
+  const auto car = std::to_string(Of("CAR")->ClassId()) + ", " + std::to_string(Of("CAR")->ObjectId());
+  EXPECT_THAT(between("VdObject.Clone", "VdObject.Record"),
+              ElementsAre(HasSubstr("Clone"), HasSubstr("Retrieve"), "VdObject.ObjectId", "VdObject.ClassId"));
+  EXPECT_EQ(between("Document.Close", "Platform.Attach").back(), "VdObjectStore.ObjectById(" + car + ")");
+}
+
 TEST_F(RefreshTest, LeavesTheProductOpenAndTheDisplayFresh) {
   Refresh();
 
@@ -249,11 +269,7 @@ class PhasesOfARefresh : public RefreshTest {
     platform.Native().OnYield([this] { Note("Yield"); });
   }
 
-  void Note(const std::string& at) {
-    // Nobody is logged on then.
-    if (at == "Connect" && !engine->IsConnected()) return phases.push_back({at, Settings(), Alerts(), IsWaiting()});
-    phases.push_back({at, Settings(), Alerts(), IsWaiting()});
-  }
+  void Note(const std::string& at) { phases.push_back({at, Settings(), Alerts(), IsWaiting()}); }
   void Expect(std::size_t i, const std::string& at, const std::vector<std::string>& settings, bool alerts,
               bool isWaiting) {
     SCOPED_TRACE(std::to_string(i) + ", " + at);
@@ -281,6 +297,71 @@ TEST_F(PhasesOfARefresh, HaveTheirSettingsAlertsAndDialog) {
   Expect(6, "Disconnect", OldValues(), true, true);
   Expect(7, "Connect", OldValues(), true, true);
   Expect(8, "Yield", OldValues(), true, false);
+}
+
+// What the user sees, in which order.
+
+class SightsOfARefresh : public RefreshTest {
+ protected:
+  SightsOfARefresh() {
+    class Watched : public ZorvaInFront {
+     public:
+      Watched(const Ref<zorva::Application>& application, std::function<void()> refreshing)
+          : ZorvaInFront(application), refreshing_(std::move(refreshing)) {}
+      void SetRefreshDisplay(bool refresh) override {
+        refreshing_();
+        ZorvaInFront::SetRefreshDisplay(refresh);
+      }
+
+     private:
+      std::function<void()> refreshing_;
+    };
+    platform.Native().Register("ZORVA.Application",
+                               MakeRef<Watched>(host.Application(), [this] { Note("display refreshed"); }));
+    Process().gZorva = nullptr;
+    platform.Native().OnYield([this] { Note("caught up"); });
+  }
+
+  void Note(const std::string& what) {
+    sights.push_back(what + (IsWaiting() ? ", waiting" : "") + ", boxes: " + std::to_string(platform.Boxes().size()));
+  }
+
+  std::vector<std::string> sights;
+};
+
+TEST_F(SightsOfARefresh, EndWithABoxOnceAllElseIsDone) {
+  Refresh();
+
+  EXPECT_THAT(sights,
+              ElementsAre("caught up, waiting, boxes: 0", "caught up, boxes: 0", "display refreshed, boxes: 0"));
+}
+
+TEST_F(SightsOfARefresh, AreABoxWithoutTheDialogThenAFreshDisplayAfterAFailure) {
+  gate->FailOperation("HIXEngine.CheckOutDocument");
+
+  Refresh();
+
+  EXPECT_THAT(sights,
+              ElementsAre("caught up, waiting, boxes: 0", "caught up, boxes: 0", "display refreshed, boxes: 1"));
+}
+
+TEST_F(SightsOfARefresh, AreABoxThenAFreshDisplayWhereItIsRefused) {
+  Refresh(SelectionOf({}));
+
+  EXPECT_THAT(sights, ElementsAre("display refreshed, boxes: 1"));
+}
+
+TEST_F(SightsOfARefresh, KeepTheDialogWhileTheSettingsAreBeingPutBack) {
+  bool isWaiting = false;
+  host.RegisterItem("HIXEngine", MakeRef<EngineInFront>(Ref<veldora::HIXEngine>(engine),
+                                                        [&](const std::string&) { isWaiting = IsWaiting(); }));
+  Process().gHIX = nullptr;
+  gate->FailOperation("HIXEngine.CommitStep2");
+
+  Refresh();
+
+  // By the last of them, the engine's connection in the reload after the failure.
+  EXPECT_TRUE(isWaiting);
 }
 
 // Where the CAD host was started first.

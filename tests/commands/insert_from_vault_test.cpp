@@ -8,6 +8,7 @@ namespace quintara::test {
 namespace {
 
 using testing::AnyOf;
+using testing::Contains;
 using testing::Each;
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -42,6 +43,11 @@ class InsertFromVault : public testing::Test, protected WipBench {
   void Check(const Ref<VdObject>& object) { Cls_InsertFromVD().Run(object); }
   std::vector<Box> BoxesOfCheck(const Ref<VdObject>& object) {
     return BoxesOf([&] { Check(object); });
+  }
+  // The document that the root's marks lead to.
+  Ref<VdObject> Matrix() {
+    return Store()->ObjectById(static_cast<std::int16_t>(std::stoi(Utils().ReadStringProperty(root, "DocExcelCID"))),
+                               std::stoi(Utils().ReadStringProperty(root, "DocExcelOID")));
   }
   // On every road.
   void ExpectSpreadsheetGone() {
@@ -152,9 +158,7 @@ TEST_F(InsertFromVault, ChangesNothing) {
 
 TEST_F(InsertFromVault, OpensTheNewestRevisionOfTheMatrix) {
   WriteWork("PLANT Matrix.xls", "of an older run");
-  const auto matrix =
-      Store()->ObjectById(static_cast<std::int16_t>(std::stoi(Utils().ReadStringProperty(root, "DocExcelCID"))),
-                          std::stoi(Utils().ReadStringProperty(root, "DocExcelOID")));
+  const auto matrix = Matrix();
   CheckIn(matrix);
   const auto next = vault->NewRevision(matrix);
   folder.Write("source/PLANT Matrix.xls", "a newer workbook");
@@ -162,6 +166,14 @@ TEST_F(InsertFromVault, OpensTheNewestRevisionOfTheMatrix) {
 
   EXPECT_THAT(BoxesOfCheck(bolt), ElementsAre(kIsThere, kIsThere));
   EXPECT_EQ(ReadWork("PLANT Matrix.xls"), "a newer workbook");
+}
+
+TEST_F(InsertFromVault, NamesTheWorkbookByTheAttributeOfTheSettings) {
+  Process().gAttrDescription = "CN_ID";
+  const auto name = TextOf(Matrix(), "CN_ID") + ".xls";
+
+  EXPECT_THAT(CallsOfHosts([&] { Check(bolt); }), Contains("Workbooks.Open(" + name + ")"));
+  EXPECT_TRUE(WorkHas(name));
 }
 
 TEST_F(InsertFromVault, EndsWithoutAWordWhenTheStartFails) {

@@ -13,6 +13,7 @@
 #include "base/failure.h"
 #include "base/text.h"
 #include "commands/global_refresh_internals.h"
+#include "hosts/vault/database.h"
 #include "services/running_hosts.h"
 #include "support/test_platform.h"
 
@@ -350,6 +351,16 @@ TEST_F(ReloadOfHosts, ThatCannotLogOnAgainLeavesNobodyLoggedOn) {
   EXPECT_FALSE(engine->IsConnected());
   EXPECT_THAT(FailureOf([&] { part->Retrieve(); }), FailsWith(failure::kPermissionDenied));
   EXPECT_THAT(FailureOf([&] { Session()->Config(); }), FailsWith(failure::kPermissionDenied));
+}
+
+TEST_F(ReloadOfHosts, WhoseConfigurationCannotBeReadLeavesNobodyLoggedOn) {
+  const auto part = AddPart("BOLT");
+  vault::Database(vault->Folder().connection).Execute("ALTER TABLE vd_config RENAME TO elsewhere");
+
+  EXPECT_FALSE(Reload());
+
+  EXPECT_FALSE(engine->IsConnected());
+  EXPECT_THAT(FailureOf([&] { part->Retrieve(); }), FailsWith(failure::kPermissionDenied));
 }
 
 TEST_F(ReloadOfHosts, NamesTheUserInNoLineOfTheLog) {

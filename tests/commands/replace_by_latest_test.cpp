@@ -240,6 +240,16 @@ TEST_F(ReplaceByLatest, EndsAtAComponentThatIsLightNoMore) {
   }
 }
 
+TEST_F(ReplaceByLatest, LooksAtTheRootFirst) {
+  RunWith([](ScriptedView& dialog) {
+    TickAll(dialog);
+    Process().ReplaceCandidates[0].Replace = true;
+  });
+
+  EXPECT_THAT(NewBoxes(), ElementsAre(TextBox("QD.REPLACELWT.LOADED_AS_DOCUMENT", kCriticalModal, {"WIP~~TEST"})));
+  EXPECT_EQ(Stamps(), untouched);
+}
+
 TEST_F(ReplaceByLatest, PassesOverWhatHasNothingNewAnyMore) {
   Child(2)->SetName("The nut");
 
@@ -298,6 +308,23 @@ TEST_F(ReplaceByLatest, ReplacesEachOfSeveralInstances) {
   EXPECT_THAT(NewBoxes(), IsEmpty());
   EXPECT_THAT(Stamps(), ElementsAre(IdOf(after[0]), untouched[1], untouched[2], IdOf(after[0])));
   EXPECT_EQ(StampsOf(Child(4)->Reference()), IdOf(after[0]));
+}
+
+// The host gives one reference to a file that it has loaded, and the stamps are on that.
+TEST_F(ReplaceByLatest, StampsAllInstancesOfAnUnchangedLightFileWithTheFirst) {
+  AddLight(before[0]);
+  const auto tickBoth = [](ScriptedView& dialog) {
+    dialog.LeftClick("Tree1", "BOLT.1");
+    dialog.LeftClick("Tree1", "BOLT.2");
+  };
+  RunWith(tickBoth);
+  CheckIn(after[0]);
+  const auto next = vault->NewRevision(after[0]);
+
+  RunWith(tickBoth);
+
+  EXPECT_THAT(NewBoxes(), ElementsAre(TextBox("QD.REPLACELWT.NO_REVISION", kCriticalModal, {"BOLT"})));
+  EXPECT_THAT(Stamps(), ElementsAre(IdOf(next), untouched[1], untouched[2], IdOf(next)));
 }
 
 TEST_F(ReplaceByLatest, OffersNothingASecondTime) {

@@ -107,6 +107,7 @@ TEST_F(SelectLwt, NamesTheRootByItsNameAndPartNumber) {
   root->SetName("ROOT");
 
   EXPECT_THAT(Lines(), ElementsAre("ROOT, WIP~~TEST: product doc"));
+  EXPECT_THAT(Candidates(), ElementsAre("ROOT"));
 }
 
 TEST_F(SelectLwt, ShowsALightComponentByItsFullNameAndName) {
@@ -260,6 +261,57 @@ TEST_F(SelectLwt, EndsTheLoadingWhereTheRootsFullNameIsntItsKey) {
   const auto unnamed = Report("Cls_Utils.BuildFullName", kCritical, "Injected failure");
   EXPECT_THAT(lines, ElementsAre("WIP~~TEST, WIP~~TEST: product doc"));
   EXPECT_THAT(NewBoxes(), ElementsAre(unnamed, unnamed, LoadingFailed(kElementNotFound)));
+}
+
+// Both full names are asked for, even of a component that isn't shown.
+TEST_F(SelectLwt, AsksForEachComponentInThisOrder) {
+  const auto bolt = Add("BOLT");
+  NewRevision(bolt);
+  AddLight(bolt);
+  AddDocumentOf(Add("NUT"));
+  desk.WhenShown("formSelectLWT", [](ScriptedView& dialog) { dialog.Press("cmdCancel"); });
+  gate->StartRecording();
+
+  RunAlone();
+
+  std::vector<std::string> calls;
+  for (const auto& call : gate->Record()) {
+    const auto name = call.substr(0, call.find('('));
+    if (name == "Product.Name" && !calls.empty()) {
+      calls.back() += '+';
+    } else if (name == "Products.Item" || name == "VdObjectStore.ObjectById" || name == "VdMetaInfo.ClassById" ||
+               name == "Product.Parent" || name == "VdObject.LinkedVersion" || name.starts_with("View.")) {
+      calls.push_back(name);
+    }
+  }
+  gate->Reset();
+  // A plus for each name that is read: the component's own on the way up, and the root's.
+  const auto first = std::ranges::find(calls, "Products.Item");
+  const auto shown = std::ranges::find(calls, "View.ShowModal");
+  EXPECT_THAT(
+      std::vector(first, shown),
+      ElementsAre("Products.Item", "VdObjectStore.ObjectById", "VdMetaInfo.ClassById+++", "Product.Parent+++++++",
+                  "VdObjectStore.ObjectById", "VdObject.LinkedVersion", "Products.Item", "Product.Parent",
+                  "VdObjectStore.ObjectById", "VdMetaInfo.ClassById+++", "Product.Parent++++++", "View.TreeChanged",
+                  "View.SetText", "View.SetText", "View.SetText", "View.SetText"));
+}
+
+TEST_F(SelectLwt, ShowsTheSameWhenItIsLoadedAgain) {
+  AddLight(Add("BOLT"));
+  const auto dialog = std::make_shared<formSelectLWT>(root);
+  std::vector<std::vector<std::string>> shown;
+  for (int i = 0; i < 2; ++i) {
+    desk.WhenShown("formSelectLWT", [&](ScriptedView& view) {
+      shown.push_back(LinesOf(view));
+      view.Press("cmdCancel");
+    });
+
+    dialog->ShowModal();
+  }
+
+  const auto once = ElementsAre("WIP~~TEST, WIP~~TEST: product doc", "  BOLT.1\\WIP~~TEST, BOLT.1: part lwt");
+  EXPECT_THAT(shown, ElementsAre(once, once));
+  EXPECT_THAT(Candidates(), ElementsAre("WIP~~TEST", "BOLT.1\\WIP~~TEST"));
 }
 
 TEST_F(SelectLwt, TakesAnyTypeButThatOfADocumentForLight) {

@@ -65,6 +65,7 @@ class FailedCallsOfASwitch : public testing::Test, protected SwitchingBench {
   // Fails the calls from `first` on and before `last`, which the sections tell all of.
   void FailAll(const std::vector<Section>& sections, std::size_t first, std::size_t last, bool isFirst) {
     auto at = first;
+    ASSERT_LT(at, calls.size());
     ASSERT_TRUE(calls[at].starts_with(sections.front().beginning)) << calls[at];
     for (std::size_t s = 0; s < sections.size(); ++s) {
       const bool isLast = s + 1 == sections.size();
@@ -83,7 +84,7 @@ class FailedCallsOfASwitch : public testing::Test, protected SwitchingBench {
     EXPECT_EQ(Components(), left);
   }
   void FailEachCall(const std::string& label) {
-    EXPECT_THAT(GivenRun(), testing::IsEmpty());
+    ASSERT_THAT(GivenRun(), testing::IsEmpty());
     calls = gate->Record();
     const auto start = PlaceOf("Application.ActiveDocument", 1, 0);
     const auto first = PlaceOf("Selection.Item(1)", 1, start);

@@ -1,19 +1,15 @@
 #include <algorithm>
-#include <utility>
 
 #include "access/utils/Cls_Utils.h"
-#include "access/vault_mocks.h"
 #include "commands/switching_bench.h"
 #include "support/tiny_files.h"
 
 namespace quintara::test {
 namespace {
 
-using testing::Contains;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
-using testing::Not;
 using testing::SizeIs;
 using testing::StartsWith;
 
@@ -149,6 +145,16 @@ TEST_F(SwitchingToLwt, ReadsTheObjectAnewAndThenItsStateThreeTimes) {
     if (FileOf(Child(1)) != WorkPath("BOLT.stp"))
       root->Products()->ReplaceWithFile(Child(1), WorkPath("BOLT.stp"), false);
   }
+}
+
+TEST_F(SwitchingToLwt, LeavesAnotherInstanceOfThePartAlone) {
+  AddDocumentOf(bolt);
+  Select({4});
+
+  EXPECT_THAT(BoxesOfSwitchToLwt(), IsEmpty());
+
+  EXPECT_THAT(Components(), ElementsAre(AsDocument("BOLT"), AsDocument("NUT"), AsDocument("PLATE"),
+                                        "BOLT.2 BOLT.lwt LWT " + IdOf(bolt)));
 }
 
 TEST_F(SwitchingToLwt, EndsAtOneThatIsLightAlready) {
@@ -314,89 +320,6 @@ TEST_F(SwitchingToLwt, ShowsTheNameOfTheFirstOneAgainAtTheNext) {
   Select({2});
 
   EXPECT_THAT(BoxesOfSwitchToLwt(), ElementsAre(AlreadyLight("BOLT.1")));
-}
-
-// The components of a product whose replacement gives nothing, without a failure.
-class SilentProducts : public zorva::Products {
- public:
-  int Count() override { return 0; }
-  Ref<zorva::Product> Item(int /*index*/) override { return nullptr; }
-  void Remove(int /*index*/) override {}
-  Ref<zorva::Product> ReplaceWithFile(const Ref<zorva::Product>& component, const std::string& fullPath,
-                                      bool allInstances) override {
-    asked.emplace_back(component->Name() + " " + fullPath + (allInstances ? " all" : ""));
-    return nullptr;
-  }
-  void AddComponentsFromFiles(const std::vector<std::string>& /*paths*/, const std::string& /*type*/) override {}
-
-  std::vector<std::string> asked;
-};
-
-class OddDocument : public zorva::ProductDocument, public std::enable_shared_from_this<OddDocument> {
- public:
-  OddDocument(Ref<zorva::ProductDocument> real, Ref<zorva::Product> root)
-      : real_(std::move(real)), root_(std::move(root)) {}
-  Ref<zorva::ProductDocument> AsProductDocument() override { return Ref<zorva::ProductDocument>(shared_from_this()); }
-  Ref<zorva::Selection> Selection() override { return real_->Selection(); }
-  void Close() override {}
-  std::string FullName() override { return {}; }
-  Ref<zorva::Product> Product() override { return root_; }
-
- private:
-  Ref<zorva::ProductDocument> real_;
-  Ref<zorva::Product> root_;
-};
-
-// A CAD host whose active document is another one.
-class OddZorva : public MockZorva {
- public:
-  OddZorva(Ref<zorva::Application> zorva, const Ref<AnyObject>& document) : zorva_(std::move(zorva)) {
-    ON_CALL(*this, ActiveDocument).WillByDefault(testing::Return(document));
-  }
-  Ref<AnyObject> GetItem(const std::string& name) override { return zorva_->GetItem(name); }
-
- private:
-  Ref<zorva::Application> zorva_;
-};
-
-TEST_F(SwitchingToLwt, AsksTheRootForOneComponentEachAndTakesNothingForARefusal) {
-  const auto components = std::make_shared<SilentProducts>();
-  const auto product = std::make_shared<testing::NiceMock<MockProduct>>();
-  ON_CALL(*product, Parameters).WillByDefault(testing::Return(root->Parameters()));
-  EXPECT_CALL(*product, Products).WillOnce(testing::Return(Ref<zorva::Products>(components)));
-  const auto odd = std::make_shared<OddDocument>(document, Ref<zorva::Product>(product));
-  Process().gZorva =
-      Ref<zorva::Application>(std::make_shared<testing::NiceMock<OddZorva>>(host.Application(), Ref<AnyObject>(odd)));
-
-  EXPECT_THAT(BoxesOfSwitchToLwt(), ElementsAre(TryTheParent()));
-
-  EXPECT_THAT(components->asked, ElementsAre("BOLT.1 " + WorkPath("BOLT.lwt")));
-}
-
-// A desktop that can't show a box, before running hosts.
-class BadDesktop : public NativePlatform {
- public:
-  explicit BadDesktop(Platform& hosts)
-      : NativePlatform(std::make_shared<Gate>(),
-                       [](const std::string&, int, const std::string&) -> int {
-                         throw Failure(failure::kDeviceError, "no screen");
-                       }),
-        hosts_(hosts) {}
-  Ref<AnyObject> Attach(const std::string& programName) override { return hosts_.Attach(programName); }
-
- private:
-  Platform& hosts_;
-};
-
-TEST_F(SwitchingToLwt, PassesOverThatItCannotTellOfARefusal) {
-  gate->FailOperation("Products.ReplaceWithFile");
-  const auto before = InstallPlatform(std::make_shared<BadDesktop>(platform.Native()));
-
-  EXPECT_NO_THROW(SwitchToLwt());
-
-  InstallPlatform(before);
-  gate->Reset();
-  EXPECT_EQ(Components(), untouched);
 }
 
 TEST_F(SwitchingToLwt, GoesOnWhenStampsCannotBeWritten) {

@@ -61,6 +61,15 @@ TEST_F(SwitchingToProduct, LeavesTheRestAlone) {
   EXPECT_FALSE(WorkHas("BOLT.stp"));
 }
 
+TEST_F(SwitchingToProduct, LeavesAnotherInstanceOfThePartAlone) {
+  AddLight(bolt);
+  Select({4});
+
+  EXPECT_THAT(BoxesOfSwitchToProduct(), IsEmpty());
+
+  EXPECT_THAT(Components(), ElementsAre(AsLight(bolt), AsLight(nut), AsLight(plate), "BOLT.2 BOLT.stp"));
+}
+
 TEST_F(SwitchingToProduct, LeavesEachInItsPlace) {
   PositionMatrix before{};
   Child(2)->Position()->GetComponents(before);
@@ -313,6 +322,24 @@ TEST_F(SwitchingToProduct, ReportsAnyOtherFailure) {
   gate->Reset();
   EXPECT_THAT(boxes, ElementsAre(Unexpected("cable")));
   EXPECT_EQ(Components(), FirstAlone());
+}
+
+// What it held of the first one fails, and so it has no name for the message.
+TEST_F(SwitchingToProduct, ReportsOneThatIsSelectedTwice) {
+  Select({1, 1, 2});
+
+  const auto boxes = BoxesOfSwitchToProduct();
+
+  ASSERT_THAT(boxes, SizeIs(1));
+  EXPECT_THAT(boxes[0].text, StartsWith(Says("COMMON.UNEXPECTED_ERROR") + " [Cls_SwitchToProduct.Run]"));
+  EXPECT_EQ(Components(), FirstAlone());
+}
+
+TEST_F(SwitchingToProduct, ReportsASelectedCollection) {
+  Selection()->Clear();
+  Selection()->Add(root->Products());
+
+  EXPECT_THAT(BoxesOfSwitchToProduct(), ElementsAre(Unexpected("Object variable or With block variable not set")));
 }
 
 TEST_F(SwitchingToProduct, ReportsASelectionPastTheCounter) {

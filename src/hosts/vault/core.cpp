@@ -115,15 +115,17 @@ bool Core::IsReferred(const std::string& sha256) {
 }
 
 void Core::LogOn(const std::string& login, const std::string& password) {
-  userId_ = Authenticated(database_, login, password);
+  const auto userId = Authenticated(database_, login, password);
+  std::map<std::string, std::string> config;
+  for (const auto& row :
+       database_.Query("tt", "SELECT path, value FROM vd_config WHERE user_id IN (0, ?)", {std::int64_t{userId}})) {
+    config[TextOf(row[0])] = TextOf(row[1]);
+  }
+  userId_ = userId;
   login_ = login;
   password_ = password;
+  configAtLogOn_ = std::move(config);
   loggedOn_ = true;
-  configAtLogOn_.clear();
-  for (const auto& row :
-       database_.Query("tt", "SELECT path, value FROM vd_config WHERE user_id IN (0, ?)", {std::int64_t{userId_}})) {
-    configAtLogOn_[TextOf(row[0])] = TextOf(row[1]);
-  }
 }
 
 void Core::LogOff() {

@@ -105,7 +105,7 @@ TEST_F(ReplaceVerb, OffersThemOnceOnly) {
 
 TEST_F(ReplaceVerb, TakesPartNumbersNamesAndPaths) {
   GivenWip({"--light", "nut", "--light", "plate"});
-  for (const auto* pattern : {"NUT", "n?t", "*", "part:nut", "wip~~trial/nut", "nut_?"}) {
+  for (const auto* pattern : {"NUT", "n?t", "*", "part:nut", "wip~~trial/nut", "nut_?", "AS1\\*\\nut_1"}) {
     WriteWork(kFile, before);
 
     const auto outcome = Replace({"--tick", pattern});
@@ -117,6 +117,7 @@ TEST_F(ReplaceVerb, TakesPartNumbersNamesAndPaths) {
 
 TEST_F(ReplaceVerb, RefusesAPatternThatCantTickAnythingBeforeItChangesAnything) {
   GivenWip({"--light", "nut", "--light", "plate"});
+  WriteWork("nut.stp.lwt", "as it was");
 
   for (const auto* pattern : {"plate", "product:*", "product:nut", "nuts", "nut/nut"}) {
     for (const bool isFirst : {true, false}) {
@@ -126,8 +127,22 @@ TEST_F(ReplaceVerb, RefusesAPatternThatCantTickAnythingBeforeItChangesAnything) 
       EXPECT_EQ(outcome.exitCode, kWrongUse) << pattern;
       EXPECT_THAT(outcome.errors, HasSubstr(std::string("the pattern '") + pattern + "'"));
       EXPECT_TRUE(IsUntouched()) << pattern;
+      EXPECT_EQ(ReadWork("nut.stp.lwt"), "as it was") << pattern;
     }
   }
+}
+
+TEST_F(ReplaceVerb, TellsAssembliesFromParts) {
+  GivenWip({"--light", "rod-assembly"});
+  RunWell({"release", "rod-assembly", "--yes"});
+  RunWell({"new-release", "rod-assembly"});
+
+  EXPECT_EQ(Replace({"--tick", "part:rod-assembly"}).exitCode, kWrongUse);
+  EXPECT_TRUE(IsUntouched());
+  const auto outcome = Replace({"--tick", "product:rod-assembly"});
+
+  EXPECT_EQ(outcome.exitCode, kDone) << outcome.errors;
+  EXPECT_THAT(outcome.out, ::testing::ContainsRegex("rod-assembly[^ ]* +A +B"));
 }
 
 TEST_F(ReplaceVerb, TicksWhatTwoPatternsMeanOnce) {
@@ -204,6 +219,7 @@ TEST_F(ReplaceVerb, LeavesTheFileAloneWhenNothingWasReplaced) {
 
   EXPECT_EQ(outcome.exitCode, kFailed);
   EXPECT_THAT(outcome.errors, HasSubstr("nothing was replaced in 'WIP~~TRIAL'"));
+  EXPECT_THAT(outcome.out, Not(HasSubstr("saved")));
   EXPECT_TRUE(IsUntouched());
 }
 

@@ -116,6 +116,17 @@ TEST_F(SwitchVerbs, SwitchAnAssemblyWithAllThatItHolds) {
   EXPECT_THAT(Files(), ElementsAre("rod-assembly.lwt", "l-bracket-assembly.lwt", "plate.stp"));
 }
 
+TEST_F(SwitchVerbs, TellALightAssemblyFromALightPart) {
+  RunWell({"switch-to-product", "TRIAL", "--select", "product:*"});
+  EXPECT_THAT(Files(), ElementsAre("rod-assembly.ZVAProduct", "l-bracket-assembly.ZVAProduct", "plate.lwt"));
+  RunWell({"switch-to-lwt", "TRIAL", "--select", "product:*assembly"});
+  EXPECT_EQ(Files(), light);
+
+  RunWell({"switch-to-product", "TRIAL", "--select", "part:*"});
+
+  EXPECT_THAT(Files(), ElementsAre("rod-assembly.lwt", "l-bracket-assembly.lwt", "plate.stp"));
+}
+
 TEST_F(SwitchVerbs, SendTheUserToTheParentOfADeeperComponent) {
   RunWell({"switch-to-product", "TRIAL", "--select", "*assembly"});
   const auto before = Files();

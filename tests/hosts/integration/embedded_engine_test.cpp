@@ -338,6 +338,42 @@ TEST_P(EmbeddedEngineTest, WhatWasCheckedOutElsewhereIsCommittedAlone) {
   EXPECT_THAT(vault->FileOf(two), testing::Not(testing::HasSubstr("WHEEL")));
 }
 
+TEST_P(EmbeddedEngineTest, WhatIsCommittedIsForgotten) {
+  PermitAll();
+  engine->CheckOutDocument(HandleOf(car));
+  const auto handle = HandleOf(Latest(car));
+  engine->CommitStep1(handle);
+  engine->CommitStep2(handle);
+  Util()->CheckOut(Latest(car), nullptr, false);
+
+  engine->CommitStep1(handle);
+  engine->CommitStep2(handle);
+
+  EXPECT_EQ(StateOf(Latest(car)), 1);
+  EXPECT_EQ(StateOf(Latest(axle)), 1);
+}
+
+TEST_P(EmbeddedEngineTest, WhatAnotherUserHasTakenIsRefused) {
+  PermitAll();
+  const auto two = Util()->NewRelease(car, nullptr, false);
+  CheckIn(two);
+  vault->AddUser("eve", "", true);
+  auto options = Options();
+  options.login = "eve";
+  options.password.clear();
+  const auto another = OpenAnother(options);
+  const auto session = another->Application()->Engine()->Sessions(0);
+  const auto hers = session->ObjectStore()->ObjectById(two->ClassId(), two->ObjectId());
+  session->GetService("VdUtil.VdSessionUtil")->AsVdSessionUtil()->CheckOut(hers, nullptr, false);
+  const auto before = Dump();
+
+  const auto failure = FailureOf([&] { engine->CheckOutDocument(HandleOf(car)); });
+
+  EXPECT_THAT(failure, FailsWith(failure::kPermissionDenied));
+  EXPECT_THAT(failure.Description(), testing::HasSubstr("can't be changed now"));
+  EXPECT_EQ(Dump(), before);
+}
+
 TEST_P(EmbeddedEngineTest, WhatNobodyHasTakenCannotBeCommitted) {
   const auto before = Dump();
 
