@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "quintara/interruption.h"
+#include "quintara/leaks_of_others.h"
 #include "quintara/run_quintara.h"
 
 namespace {
