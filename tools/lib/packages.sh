@@ -12,7 +12,7 @@ packages_pictures="xvfb libgl1-mesa-dri"
 packages_data="npm=npm"
 packages_fuzz="clang-16 libclang-rt-16-dev"
 packages_check="clang-format-14 clang-tidy-16 shellcheck"
-packages_windows="g++-mingw-w64-x86-64-posix wine64 googletest dpkg-dev make=make tclsh=tcl
+packages_windows="g++ g++-mingw-w64-x86-64-posix wine64 googletest dpkg-dev make=make tclsh=tcl
   cmake ninja-build ccache nlohmann-json3-dev"
 
 # missing_packages GROUP...: the packages of these groups that are not installed.
