@@ -139,7 +139,7 @@ class Comparison {
   Folder folder_;
   std::string step_ = folder_.PathOf("large.stp");
   std::string binary_ = folder_.PathOf("large.xbf");
-  std::string wip_ = folder_.PathOf("quintara.vault/work/admin/WIP~~LARGE.ZVAProduct");
+  std::string wip_ = (fs::path(folder_.PathOf("quintara.vault")) / "work" / "admin" / "WIP~~LARGE.ZVAProduct").string();
 };
 
 // What the user of this machine has set would lead elsewhere.
