@@ -8,8 +8,7 @@
 #include "access/utils/messages.h"
 #include "base/attempt.h"
 #include "base/counter16.h"
-#include "base/file_names.h"
-#include "base/variant.h"
+#include "matrix/matrix_of_wip.h"
 #include "matrix/matrix_workbook.h"
 #include "services/Cls_Init.h"
 
@@ -54,32 +53,6 @@ Ref<AnyObject> TakeActiveDocument() {
   return nullptr;
 }
 
-Variant IdIn(const Ref<Product>& root, const char* property) {
-  return Utils().ReadStringProperty(root, property, "Integer");
-}
-
-// The path of the matrix in the work directory; empty after a message.
-std::string BringMatrix(const Ref<Product>& root) {
-  auto& globals = Process();
-  auto& texts = globals.texts;
-  const auto classId = IdIn(root, "DocExcelCID").ToInteger16();
-  const auto objectId = IdIn(root, "DocExcelOID").ToInteger32();
-  const auto document = Utils().GetDocumentFromID(globals.gSession, classId, objectId);
-  if (!document) {
-    Show(texts.QD_ALLINSTANCES_NO_MATRIX_FOR_ROOT_IN_VELDORA, box::kInformationModal);
-    return {};
-  }
-  if (Utils().CopyMatrixFromDocument(globals.gSession, document, MatrixType::Excel) != 1) {
-    Show(texts.QD_ALLINSTANCES_RETRIEVE_MATRIX_FAILED, box::kCriticalModal);
-    return {};
-  }
-  const auto path =
-      PathIn(globals.gWorkDirectory, document->Record()->ValueAsString(globals.gAttrDescription) + ".xls");
-  if (globals.gFileSystem->FileExists(path)) return path;
-  Show(texts.QD_ALLINSTANCES_NO_MATRIX_FOR_FILE, box::kInformationModal, path);
-  return {};
-}
-
 // A box for each; the text was never in the catalogue.
 void TellOfEach(const std::string& partNumber, const Ref<zorva::Products>& components) {
   for (const int i : Counting(1, components->Count())) {
@@ -97,9 +70,9 @@ void Look(const Ref<VdObject>& object, SeenWorkbook& matrix) {
     Show(Process().texts.QD_INSERTWLT_IS_NOT_WIP, box::kCriticalModal, "");
     return;
   }
-  const auto path = BringMatrix(root);
-  if (path.empty()) return;
-  matrix.Open(path);
+  const auto path = BringMatrix(MatrixIdsOf(root, MatrixType::Excel), box::kInformationModal, Reading::kAsItIs);
+  if (!path) return;
+  matrix.Open(*path);
   const auto sheets = matrix_workbook::SheetsOf(matrix.application->ActiveWorkbook());
   matrix_workbook::TellOfAge(sheets.list);
   const auto partNumber = object->Record()->ValueAsString("NM_CN_PART_NUMBER");

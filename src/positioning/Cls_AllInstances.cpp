@@ -7,7 +7,7 @@
 #include "matrix/child_part_numbers.h"
 #include "matrix/matrix_workbook.h"
 #include "positioning/free_positions.h"
-#include "positioning/matrix_of_wip.h"
+#include "matrix/matrix_of_wip.h"
 #include "services/Cls_Init.h"
 
 namespace quintara {

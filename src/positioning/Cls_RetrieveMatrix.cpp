@@ -8,7 +8,7 @@
 #include "matrix/Cls_Matrice.h"
 #include "matrix/matrix_workbook.h"
 #include "positioning/flat_list.h"
-#include "positioning/matrix_of_wip.h"
+#include "matrix/matrix_of_wip.h"
 #include "positioning/opened_workbook.h"
 #include "services/Cls_Init.h"
 

@@ -1,6 +1,6 @@
 #include "access/utils/Cls_Utils.h"
-#include "access/vault_mocks.h"
 #include "commands/Cls_InsertFromVD.h"
+#include "commands/zorva_mocks.h"
 #include "positioning/wip_bench.h"
 #include "support/tiny_files.h"
 
@@ -202,18 +202,10 @@ TEST_F(InsertFromVault, NeedsAnActiveDocument) {
   EXPECT_THAT(BoxesOfCheck(bolt), ElementsAre(NoDocument(why)));
 }
 
-// A CAD host whose active document a test sets; all else is another one's.
-class OtherZorva : public MockZorva {
- public:
-  explicit OtherZorva(Ref<zorva::Application> zorva) : zorva_(std::move(zorva)) {}
-  Ref<AnyObject> GetItem(const std::string& name) override { return zorva_->GetItem(name); }
-
- private:
-  Ref<zorva::Application> zorva_;
-};
-
 TEST_F(InsertFromVault, NeedsADocumentFromAHostThatGivesNone) {
-  Process().gZorva = Ref<zorva::Application>(std::make_shared<NiceMock<OtherZorva>>(host.Application()));
+  const auto zorva = std::make_shared<NiceMock<OddZorva>>(host.Application());
+  ON_CALL(*zorva, ActiveDocument).WillByDefault(Return(Ref<AnyObject>()));
+  Process().gZorva = Ref<zorva::Application>(zorva);
 
   EXPECT_THAT(BoxesOfCheck(bolt), ElementsAre(NoDocument("")));
 }
@@ -308,25 +300,6 @@ TEST_F(InsertFromVault, EndsAtAComponentWithoutAPartNumber) {
   ExpectSpreadsheetGone();
 }
 
-class ProductsOf : public zorva::Products {
- public:
-  MOCK_METHOD(Ref<zorva::Application>, Application, (), (override));
-  MOCK_METHOD(int, Count, (), (override));
-  MOCK_METHOD(Ref<zorva::Product>, Item, (int), (override));
-  MOCK_METHOD(void, Remove, (int), (override));
-  MOCK_METHOD(Ref<zorva::Product>, ReplaceWithFile, (const Ref<zorva::Product>&, const std::string&, bool), (override));
-  MOCK_METHOD(void, AddComponentsFromFiles, (const std::vector<std::string>&, const std::string&), (override));
-};
-
-class DocumentOf : public zorva::ProductDocument, public std::enable_shared_from_this<DocumentOf> {
- public:
-  Ref<zorva::ProductDocument> AsProductDocument() override { return Ref<zorva::ProductDocument>(shared_from_this()); }
-  MOCK_METHOD(Ref<zorva::Selection>, Selection, (), (override));
-  MOCK_METHOD(void, Close, (), (override));
-  MOCK_METHOD(std::string, FullName, (), (override));
-  MOCK_METHOD(Ref<zorva::Product>, Product, (), (override));
-};
-
 // The marks are those of the real root, the children are made up.
 class MadeUpChildren : public InsertFromVault {
  protected:
@@ -338,10 +311,10 @@ class MadeUpChildren : public InsertFromVault {
     Process().gZorva = Ref<zorva::Application>(zorva);
   }
 
-  std::shared_ptr<NiceMock<OtherZorva>> zorva = std::make_shared<NiceMock<OtherZorva>>(host.Application());
-  std::shared_ptr<NiceMock<DocumentOf>> made = std::make_shared<NiceMock<DocumentOf>>();
+  std::shared_ptr<NiceMock<OddZorva>> zorva = std::make_shared<NiceMock<OddZorva>>(host.Application());
+  std::shared_ptr<NiceMock<MockDocument>> made = std::make_shared<NiceMock<MockDocument>>();
   std::shared_ptr<NiceMock<MockProduct>> product = std::make_shared<NiceMock<MockProduct>>();
-  std::shared_ptr<NiceMock<ProductsOf>> children = std::make_shared<NiceMock<ProductsOf>>();
+  std::shared_ptr<NiceMock<MockProducts>> children = std::make_shared<NiceMock<MockProducts>>();
 };
 
 TEST_F(MadeUpChildren, ThatAreNothingArePassedOver) {

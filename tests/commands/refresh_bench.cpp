@@ -26,21 +26,6 @@ AssemblyStructure Car() {
 
 }  // namespace
 
-const std::vector<std::string>& SettingPaths() {
-  static const std::vector<std::string> paths = {R"($User\LifeCycleSetUp\LatestAvailableOnCheckOut)",
-                                                 R"($User\LIFE_CYCLE\SwitchToLatestForceCheckOut)",
-                                                 R"($User\LifeCycleSetUp\ReplacingObjectsReportOnCheckOut)",
-                                                 R"($User\LifeCycleSetUp\UseLightLifeCycleScreen)",
-                                                 R"($User\ZORVA\Refresh_Screen)",
-                                                 R"($User\LIFE_CYCLE\FileOverwriteSilienceMode)",
-                                                 R"($User\LIFE_CYCLE\LifeCycleEvaluationReport)",
-                                                 R"($User\LIFE_CYCLE\SwitchToLatestForceNewRelease)",
-                                                 R"($User\LifeCycleSetUp\CheckOutOverwrite)",
-                                                 R"($User\LifeCycleSetUp\CompareRevisionBeforeOverwriteFile)",
-                                                 R"($User\LifeCycleSetUp\CopyOverwrite)"};
-  return paths;
-}
-
 const std::vector<std::string>& NewValues() {
   static const std::vector<std::string> values = {"YES",   "TRUE", "NO",  "NODIALOG", "FALSE", "TRUE",
                                                   "FALSE", "TRUE", "YES", "NO",       "YES"};

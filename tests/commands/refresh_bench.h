@@ -12,13 +12,12 @@
 #include "commands/Cls_GlobalRefreshVD.h"
 #include "commands/global_refresh_internals.h"
 #include "services/running_hosts.h"
+#include "support/refresh_paths.h"
 #include "support/scripted_view.h"
 
 namespace quintara::test {
 
-/// The eleven settings of a refresh in the order in which they are read.
-const std::vector<std::string>& SettingPaths();
-/// What each of them is overwritten with.
+/// What each setting of a refresh is overwritten with.
 const std::vector<std::string>& NewValues();
 /// What each of them is before a test: "old 1" and so on.
 std::vector<std::string> OldValues();

@@ -1,8 +1,8 @@
 #include <algorithm>
 
-#include "access/vault_mocks.h"
 #include "commands/formSelectLWT.h"
 #include "commands/replacement_bench.h"
+#include "commands/zorva_mocks.h"
 
 namespace quintara::test {
 namespace {
@@ -508,19 +508,9 @@ TEST_F(SelectLwt, LetsAFailureInAClickOutAndIsGone) {
 }
 
 // A root with as many children as a test says, none of which is ever there.
-class CountedChildren : public zorva::Products {
- public:
-  MOCK_METHOD(Ref<zorva::Application>, Application, (), (override));
-  MOCK_METHOD(int, Count, (), (override));
-  MOCK_METHOD(Ref<zorva::Product>, Item, (int), (override));
-  MOCK_METHOD(void, Remove, (int), (override));
-  MOCK_METHOD(Ref<zorva::Product>, ReplaceWithFile, (const Ref<zorva::Product>&, const std::string&, bool), (override));
-  MOCK_METHOD(void, AddComponentsFromFiles, (const std::vector<std::string>&, const std::string&), (override));
-};
-
 TEST_F(SelectLwt, CantCountMoreChildrenThanSixteenBitsHold) {
   const auto product = std::make_shared<NiceMock<MockProduct>>();
-  const auto children = std::make_shared<NiceMock<CountedChildren>>();
+  const auto children = std::make_shared<NiceMock<MockProducts>>();
   ON_CALL(*product, Products).WillByDefault(Return(Ref<zorva::Products>(children)));
   ON_CALL(*children, Count).WillByDefault(Return(32'768));
   EXPECT_CALL(*children, Item).Times(0);

@@ -1,8 +1,8 @@
 #include <utility>
 
 #include "access/utils/Cls_Utils.h"
-#include "access/vault_mocks.h"
 #include "commands/switching_bench.h"
+#include "commands/zorva_mocks.h"
 #include "support/tiny_files.h"
 
 // What the commands that switch components make of hosts that no embedded one is like.
@@ -52,18 +52,6 @@ class OddDocument : public zorva::ProductDocument, public std::enable_shared_fro
   std::string fullName;
   Ref<zorva::Product> root;
   Ref<zorva::Selection> selection;
-};
-
-// A CAD host whose active document is another one.
-class OddZorva : public MockZorva {
- public:
-  OddZorva(Ref<zorva::Application> zorva, const Ref<AnyObject>& document) : zorva_(std::move(zorva)) {
-    ON_CALL(*this, ActiveDocument).WillByDefault(Return(document));
-  }
-  Ref<AnyObject> GetItem(const std::string& name) override { return zorva_->GetItem(name); }
-
- private:
-  Ref<zorva::Application> zorva_;
 };
 
 // A component that is its own reference, of a document with any name.
@@ -121,8 +109,9 @@ class SwitchingInOddHosts : public testing::Test, protected SwitchingBench {
   void Activate(const std::shared_ptr<OddDocument>& odd) {
     if (!odd->root) odd->root = root;
     if (!odd->selection) odd->selection = Selection();
-    Process().gZorva =
-        Ref<zorva::Application>(std::make_shared<NiceMock<OddZorva>>(host.Application(), Ref<AnyObject>(odd)));
+    const auto zorva = std::make_shared<NiceMock<OddZorva>>(host.Application());
+    ON_CALL(*zorva, ActiveDocument).WillByDefault(Return(Ref<AnyObject>(odd)));
+    Process().gZorva = Ref<zorva::Application>(zorva);
   }
   // The same with a root whose components are never replaced, and which is to be asked for them so often.
   std::shared_ptr<SilentProducts> ActivateSilent(int times) {

@@ -4,6 +4,7 @@
 
 #include "apps/quintara/vault_with_as1.h"
 #include "hosts/vault/database.h"
+#include "support/refresh_paths.h"
 
 namespace quintara::test {
 namespace {
@@ -19,18 +20,6 @@ using ::testing::SizeIs;
 
 using Lines = std::vector<std::string>;
 
-const Lines kSettings = {R"($User\LifeCycleSetUp\LatestAvailableOnCheckOut)",
-                         R"($User\LIFE_CYCLE\SwitchToLatestForceCheckOut)",
-                         R"($User\LifeCycleSetUp\ReplacingObjectsReportOnCheckOut)",
-                         R"($User\LifeCycleSetUp\UseLightLifeCycleScreen)",
-                         R"($User\ZORVA\Refresh_Screen)",
-                         R"($User\LIFE_CYCLE\FileOverwriteSilienceMode)",
-                         R"($User\LIFE_CYCLE\LifeCycleEvaluationReport)",
-                         R"($User\LIFE_CYCLE\SwitchToLatestForceNewRelease)",
-                         R"($User\LifeCycleSetUp\CheckOutOverwrite)",
-                         R"($User\LifeCycleSetUp\CompareRevisionBeforeOverwriteFile)",
-                         R"($User\LifeCycleSetUp\CopyOverwrite)"};
-
 constexpr auto kSuccess = "The product and all its components were refreshed.";
 
 // The real assembly in the vault, of whose nut there is a newer revision than the one that is held.
@@ -39,7 +28,7 @@ class RefreshVerb : public VaultWithAs1 {
   RefreshVerb() {
     const auto vault = Open();
     const auto config = vault->Application()->Engine()->Sessions(0)->Config();
-    for (const auto& path : kSettings) config->SetValue(path, "my " + path);
+    for (const auto& path : SettingPaths()) config->SetValue(path, "my " + path);
   }
 
   void GivenANewerNut() const {
@@ -80,14 +69,14 @@ class RefreshVerb : public VaultWithAs1 {
   Lines Values() const {
     const auto vault = Open();
     Lines values;
-    for (const auto& path : kSettings) {
+    for (const auto& path : SettingPaths()) {
       values.push_back(vault->Application()->Engine()->Sessions(0)->Config()->Value(path));
     }
     return values;
   }
   static Lines Mine() {
     Lines values;
-    for (const auto& path : kSettings) values.push_back("my " + path);
+    for (const auto& path : SettingPaths()) values.push_back("my " + path);
     return values;
   }
   std::size_t MatricesOf(const std::string& partNumber) const {

@@ -1,4 +1,4 @@
-#include "positioning/matrix_of_wip.h"
+#include "matrix/matrix_of_wip.h"
 
 #include "access/contracts/veldora.h"
 #include "access/session/process.h"
@@ -15,30 +15,31 @@ Variant IdIn(const Ref<zorva::Product>& root, const char* property) {
   return Utils().ReadStringProperty(root, property, "Integer");
 }
 
-std::optional<MatrixIds> IdsIn(const Ref<zorva::Product>& root, const char* classId, const char* objectId,
-                               MatrixType type) {
-  const MatrixIds ids{IdIn(root, classId).ToInteger16(), IdIn(root, objectId).ToInteger32(), type};
-  if (ids.classId == kNoId || ids.objectId == kNoId) return std::nullopt;
-  return ids;
-}
-
 }  // namespace
 
+MatrixIds MatrixIdsOf(const Ref<zorva::Product>& root, MatrixType type) {
+  const bool isXml = type == MatrixType::XML;
+  return {IdIn(root, isXml ? "DocXMLCID" : "DocExcelCID").ToInteger16(),
+          IdIn(root, isXml ? "DocXMLOID" : "DocExcelOID").ToInteger32(), type};
+}
+
 std::optional<MatrixIds> MatrixIdsOf(const Ref<zorva::Product>& root) {
-  if (const auto ids = IdsIn(root, "DocXMLCID", "DocXMLOID", MatrixType::XML)) return ids;
-  if (const auto ids = IdsIn(root, "DocExcelCID", "DocExcelOID", MatrixType::Excel)) return ids;
+  for (const auto type : {MatrixType::XML, MatrixType::Excel}) {
+    const auto ids = MatrixIdsOf(root, type);
+    if (ids.classId != kNoId && ids.objectId != kNoId) return ids;
+  }
   Show(Process().texts.QD_ALLINSTANCES_NO_MATRIX_FOR_ROOT_IN_VELDORA, box::kCriticalModal);
   return std::nullopt;
 }
 
-std::optional<std::string> BringMatrix(const MatrixIds& ids, int styleWithoutDocument) {
+std::optional<std::string> BringMatrix(const MatrixIds& ids, int styleWithoutDocument, Reading reading) {
   auto& globals = Process();
   const auto document = Utils().GetDocumentFromID(globals.gSession, ids.classId, ids.objectId);
   if (!document) {
     Show(globals.texts.QD_ALLINSTANCES_NO_MATRIX_FOR_ROOT_IN_VELDORA, styleWithoutDocument);
     return std::nullopt;
   }
-  document->Retrieve();
+  if (reading == Reading::kAnew) document->Retrieve();
   if (Utils().CopyMatrixFromDocument(globals.gSession, document, ids.type) != 1) {
     Show(globals.texts.QD_ALLINSTANCES_RETRIEVE_MATRIX_FAILED, box::kCriticalModal);
     return std::nullopt;
