@@ -167,7 +167,7 @@ TEST(Texts, WhatIsNoTextDoesNotGoOut) {
 TEST(Texts, WhatIsNoTextBecomesTheReplacementCharacter) {
   EXPECT_EQ(Wide("a\xFFz"), L"a\xFFFDz");
   EXPECT_EQ(Narrow(std::wstring_view(L"a\xD800z")), "a\xEF\xBF\xBDz");
-  EXPECT_EQ(Narrow(BSTR{nullptr}), "");
+  EXPECT_EQ(FromBstr(nullptr), "");
 }
 
 }  // namespace

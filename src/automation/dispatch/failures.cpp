@@ -60,7 +60,7 @@ Failure FailureOf(HRESULT result, EXCEPINFO& details, std::string_view member) {
   std::string told;
   if (result == DISP_E_EXCEPTION) {
     if (details.pfnDeferredFillIn) details.pfnDeferredFillIn(&details);
-    told = Narrow(details.bstrDescription);
+    told = FromBstr(details.bstrDescription);
     for (auto* const text : {details.bstrSource, details.bstrDescription, details.bstrHelpFile}) SysFreeString(text);
     if (details.scode != 0) {
       result = details.scode;

@@ -156,7 +156,7 @@ Variant ToVariant(const VARIANT& value, const std::shared_ptr<Connection>& conne
     case VT_UI4: return WholeNumber(raw.ulVal);
     case VT_UINT: return WholeNumber(raw.uintVal);
     case VT_I8: return WholeNumber(raw.llVal);
-    case VT_BSTR: return Narrow(raw.bstrVal);
+    case VT_BSTR: return FromBstr(raw.bstrVal);
     case VT_DISPATCH:
     case VT_UNKNOWN: return Incoming(ObjectIn(raw), connection);
     case VT_R4:
@@ -209,7 +209,7 @@ std::vector<std::string> TextsIn(const VARIANT& array) {
   std::vector<std::string> texts(elements.Size());
   for (std::size_t i = 0; i < texts.size(); ++i) {
     switch (elements.Type()) {
-      case VT_BSTR: texts[i] = Narrow(elements.As<BSTR>()[i]); break;
+      case VT_BSTR: texts[i] = FromBstr(elements.As<BSTR>()[i]); break;
       case VT_VARIANT: texts[i] = ToVariant(elements.As<VARIANT>()[i], nullptr).ToText(); break;
       default: ThrowMismatch();
     }
