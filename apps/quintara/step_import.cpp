@@ -8,6 +8,7 @@
 #include "base/failure.h"
 #include "base/text.h"
 #include "hosts/cad/cad_host.h"
+#include "hosts/desk/split_files.h"
 #include "quintara/staging_folder.h"
 
 namespace quintara {
@@ -96,14 +97,6 @@ void MoveIntoPlace(const StagingFolder& staging, const std::string& folder, cons
 }
 
 }  // namespace
-
-std::string FileOfDefinition(const AssemblyStructure::Definition& definition) {
-  return definition.partNumber + (definition.isAssembly ? ".ZVAProduct" : ".stp");
-}
-
-std::string LightFileOfDefinition(const AssemblyStructure::Definition& definition) {
-  return definition.partNumber + ".lwt";
-}
 
 Progress PieceOf(const Progress& progress, double done, double share) {
   return [=](double fraction, const std::string& what) { progress(done + share * fraction, what); };

@@ -21,11 +21,6 @@ struct StepImportReport {
   std::vector<std::string> files;  ///< names in the folder, children before what holds them
 };
 
-/// The name of the file of a definition, "PART NUMBER.stp" or "PART NUMBER.ZVAProduct".
-std::string FileOfDefinition(const AssemblyStructure::Definition& definition);
-/// The name of its light representation, "PART NUMBER.lwt".
-std::string LightFileOfDefinition(const AssemblyStructure::Definition& definition);
-
 /// Writes the files of all definitions into `folder`, the light ones only if `withLight` says so.
 void WriteSplitFiles(const SplitAssembly& assembly, const std::string& folder, bool withLight, FileContents& files,
                      const Progress& progress);

@@ -2,31 +2,16 @@
 
 #include <algorithm>
 #include <array>
-#include <filesystem>
-#include <system_error>
 
 #include "base/text.h"
-#include "hosts/vault/embedded_vault.h"
+#include "hosts/desk/places.h"
 #include "quintara/wrong_use.h"
 
 namespace quintara {
 namespace {
 
-namespace fs = std::filesystem;
-
-constexpr auto kVaultName = "quintara.vault";
-
 std::string Told(const std::string& option, const std::string& variable, const Environment& environment) {
   return option.empty() && environment ? environment(variable) : option;
-}
-
-std::string VaultUpwards() {
-  std::error_code error;
-  for (auto folder = fs::current_path(error); !error && !folder.empty(); folder = folder.parent_path()) {
-    if (auto vault = FromPath(folder / kVaultName); IsVault(vault)) return vault;
-    if (folder == folder.root_path()) break;
-  }
-  return {};
 }
 
 bool IsLetter(char c) {

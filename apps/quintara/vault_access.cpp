@@ -1,21 +1,14 @@
 #include "quintara/vault_access.h"
 
-#include <filesystem>
-#include <system_error>
 #include <utility>
 
-#include "base/attempt.h"
 #include "base/failure.h"
-#include "base/file_names.h"
-#include "base/text.h"
-#include "hosts/integration/embedded_engine.h"
+#include "hosts/desk/engine_link.h"
 #include "hosts/native/native_files.h"
 #include "quintara/light_renewal.h"
 #include "quintara/wrong_use.h"
 
 namespace quintara {
-
-namespace fs = std::filesystem;
 
 class VaultAccess::Saver final : public IntegrationCad {
  public:
@@ -33,9 +26,8 @@ class VaultAccess::Saver final : public IntegrationCad {
 VaultAccess::VaultAccess(Surroundings surroundings, UserChoice choice)
     : around_(std::move(surroundings)), choice_(std::move(choice)), saver_(std::make_unique<Saver>(around_)) {}
 
-// The host would keep the engine, and the engine the host.
 VaultAccess::~VaultAccess() {
-  if (vault_) around_.host->RegisterItem("HIXEngine", nullptr);
+  if (vault_) DisconnectEngine(*around_.host);
 }
 
 bool VaultAccess::IsThere() const {
@@ -47,14 +39,11 @@ bool VaultAccess::IsThere() const {
 }
 
 std::string VaultAccess::WorkFolder() const {
-  if (!IsFileName(choice_.user)) {
-    throw WrongUse("the user '" + choice_.user +
-                   "' can't have a folder of that name; name a work directory with --work");
+  try {
+    return WorkFolderOf(choice_.vault, choice_.user);
+  } catch (const Failure& failure) {
+    throw WrongUse(failure.Description());
   }
-  std::error_code error;
-  const auto vault = fs::absolute(ToPath(choice_.vault), error).lexically_normal();
-  if (error) throw WrongUse("the vault '" + choice_.vault + "' can't be found: " + error.message());
-  return FromPath(vault / "work" / ToPath(choice_.user));
 }
 
 EmbeddedVault& VaultAccess::Open(const std::string& workFolder) {
@@ -105,22 +94,7 @@ void VaultAccess::Register() {
   platform.Register("Veldora.VdApplication", vault_->Application());
   platform.RegisterMaker("Veldora.VdClientContext", [this] { return vault_->NewClientContext(); });
   platform.RegisterMaker("Veldora.VdTranslator", [this] { return vault_->NewTranslator(); });
-  const EmbeddedEngine::Surroundings between{around_.gate, vault_->Application()->Engine()->Sessions(0),
-                                             around_.host->Application(), &vault_->Integration(), saver_.get()};
-  around_.host->RegisterItem("HIXEngine", MakeRef<EmbeddedEngine>(between));
-}
-
-void MakeWorkFolder(const std::string& folder) {
-  std::error_code error;
-  fs::create_directories(ToPath(folder), error);
-  if (error) {
-    throw Failure(failure::kPathAccess, "the work directory '" + folder + "' can't be made: " + error.message());
-  }
-}
-
-bool IsFileName(const std::string& name) {
-  ErrorState refused;
-  return Attempt(refused, [&] { RequireFileName(name); });
+  ConnectEngine(around_.gate, *vault_, *around_.host, *saver_);
 }
 
 }  // namespace quintara

@@ -8,6 +8,7 @@
 #include "access/contracts/geometry.h"
 #include "access/contracts/integration.h"
 #include "hosts/cad/cad_host.h"
+#include "hosts/desk/places.h"
 #include "hosts/native/native_platform.h"
 #include "hosts/vault/embedded_vault.h"
 #include "quintara/user_choice.h"
@@ -63,11 +64,5 @@ class VaultAccess {
   std::unique_ptr<Saver> saver_;
   std::unique_ptr<EmbeddedVault> vault_;
 };
-
-/// Makes a work directory that isn't there yet.
-void MakeWorkFolder(const std::string& folder);
-
-/// Whether `name` can be the plain name of a file on every platform.
-bool IsFileName(const std::string& name);
 
 }  // namespace quintara

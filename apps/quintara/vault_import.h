@@ -38,8 +38,4 @@ struct VaultImportReport {
 VaultImportReport ImportIntoVault(const VaultImportRequest& request, EmbeddedVault& vault, Geometry& geometry,
                                   Platform& platform, const Progress& progress);
 
-/// Whether two product files hold the same children: the same instance names, files and positions in the
-/// same order, under the same part number. Properties don't count. False for a file that can't be read.
-bool HoldTheSameChildren(const std::string& left, const std::string& right);
-
 }  // namespace quintara

@@ -1,5 +1,6 @@
 #include <algorithm>
 
+#include "hosts/desk/split_files.h"
 #include "quintara/assembly_matrices.h"
 #include "quintara/documents.h"
 #include "quintara/session_start.h"

@@ -56,7 +56,7 @@ struct TextWriter : pugi::xml_writer {
 
 }  // namespace
 
-bool XmlDocument::Parse(std::string_view bytes) {
+bool XmlDocument::Parse(std::string_view bytes, XmlBlanks blanks) {
   constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
   error_ = {};
   document_.reset();
@@ -65,7 +65,8 @@ bool XmlDocument::Parse(std::string_view bytes) {
     error_ = {kRefused, *fault};
     return false;
   }
-  const auto parsed = document_.load_buffer(bytes.data(), bytes.size(), kParseOptions, pugi::encoding_utf8);
+  const auto options = kParseOptions | (blanks == XmlBlanks::kKept ? pugi::parse_ws_pcdata_single : 0U);
+  const auto parsed = document_.load_buffer(bytes.data(), bytes.size(), options, pugi::encoding_utf8);
   if (!parsed) {
     error_ = {static_cast<int>(parsed.status), parsed.description() + At(bytes, parsed.offset)};
   } else if (auto fault = xml::FaultInTree(document_, bytes)) {

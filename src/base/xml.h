@@ -15,6 +15,9 @@ struct XmlParseError {
   std::string reason;
 };
 
+/// What becomes of the blanks of an element that holds nothing else.
+enum class XmlBlanks { kDropped, kKept };
+
 /// One XML document in memory. Nothing outside it is ever resolved.
 class XmlDocument {
  public:
@@ -22,7 +25,7 @@ class XmlDocument {
   /// says that it isn't, has no root element or several, or has a document type declaration. A
   /// prefix needs no declaration: names count by what stands behind it. False when refused; the document is empty then
   /// and `ParseError` tells why.
-  bool Parse(std::string_view bytes);
+  bool Parse(std::string_view bytes, XmlBlanks blanks = XmlBlanks::kDropped);
   const XmlParseError& ParseError() const noexcept { return error_; }
 
   /// The document node: parent of the root element and of what stands beside it.

@@ -29,6 +29,19 @@ class Gate {
       PassArmed(operation, {});
   }
 
+  /// Lets everything pass unseen for as long as it lives: neither recorded nor counted, and nothing fails.
+  class Rest {
+   public:
+    explicit Rest(Gate& gate) : gate_(gate), armed_(std::exchange(gate.armed_, false)) {}
+    ~Rest() { gate_.armed_ = armed_; }
+    Rest(const Rest&) = delete;
+    Rest& operator=(const Rest&) = delete;
+
+   private:
+    Gate& gate_;
+    bool armed_;
+  };
+
   /// Starts an empty record.
   void StartRecording();
   /// Calls are counted and made to fail as before.

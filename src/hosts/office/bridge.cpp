@@ -10,6 +10,8 @@
 
 #include "base/failure.h"
 #include "hosts/office/connection.h"
+#include "hosts/office/passing_file.h"
+#include "hosts/office/workbook_bytes.h"
 
 namespace quintara::office {
 namespace {
@@ -102,6 +104,10 @@ void Connection::Start(const std::string& program) {
   }
 }
 
+std::string Connection::NewFile(const std::string& extension) {
+  return folder.Path() + "/passing" + std::to_string(++passing_) + extension;
+}
+
 void Connection::RequireAlive() const {
   if (!watchdog->IsAlive()) ThrowEnded();
 }
@@ -136,12 +142,16 @@ Bridge::~Bridge() {
   End();
 }
 
-std::unique_ptr<OfficeDocument> Bridge::Add(int sheets) {
+std::unique_ptr<workbook::Document> Bridge::Add(int sheets) {
   return AddDocument(connection_, sheets);
 }
 
-std::unique_ptr<OfficeDocument> Bridge::Load(const std::string& path, const std::string& name) {
-  return LoadDocument(connection_, path, name);
+// LibreOffice gets a copy, so that it leaves no lock beside the file, holds none, and meets no odd path.
+std::unique_ptr<workbook::Document> Bridge::Load(const std::string& bytes, const std::string& name) {
+  RequireWorkbook(bytes, name);
+  const PassingFile copy(connection_->NewFile(bytes.starts_with("PK") ? ".xlsx" : ".xls"));
+  copy.Write(bytes);
+  return LoadDocument(connection_, copy.Path(), name);
 }
 
 const std::string& Bridge::Folder() const {

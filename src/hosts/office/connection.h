@@ -42,6 +42,9 @@ struct Connection {
     return Reference<Interface>(object, uno::UNO_QUERY_THROW);
   }
 
+  /// A path for a file that passes between LibreOffice and us.
+  std::string NewFile(const std::string& extension);
+
   void RequireAlive() const;
   void End() noexcept;
 
@@ -56,6 +59,8 @@ struct Connection {
   void Start(const std::string& program);
   [[noreturn]] void ThrowEnded() const;
   [[noreturn]] void ThrowRefused(const std::string& what, const rtl::OUString& why);
+
+  int passing_ = 0;
 };
 
 template <class Body>
@@ -76,8 +81,8 @@ auto Connection::Talk(const std::string& what, Body&& body) {
   }
 }
 
-std::unique_ptr<OfficeDocument> AddDocument(const std::shared_ptr<Connection>& connection, int sheets);
-std::unique_ptr<OfficeDocument> LoadDocument(const std::shared_ptr<Connection>& connection, const std::string& path,
-                                             const std::string& name);
+std::unique_ptr<workbook::Document> AddDocument(const std::shared_ptr<Connection>& connection, int sheets);
+std::unique_ptr<workbook::Document> LoadDocument(const std::shared_ptr<Connection>& connection, const std::string& path,
+                                                 const std::string& name);
 
 }  // namespace quintara::office

@@ -21,6 +21,7 @@
 
 #include "base/failure.h"
 #include "hosts/office/connection.h"
+#include "hosts/office/passing_file.h"
 #include "hosts/office/sheet_reader.h"
 
 namespace quintara::office {
@@ -76,9 +77,9 @@ uno::Sequence<uno::Sequence<Any>> ValuesIn(const CellGrid& grid, const CellArea&
   return rows;
 }
 
-class Document : public OfficeDocument {
+class UnoDocument : public workbook::Document {
  public:
-  Document(std::shared_ptr<Connection> connection, const Reference<star::sheet::XSpreadsheetDocument>& document)
+  UnoDocument(std::shared_ptr<Connection> connection, const Reference<star::sheet::XSpreadsheetDocument>& document)
       : connection_(std::move(connection)), document_(document) {
     connection_->Talk("Opening a workbook", [&] {
       auto sheets = connection_->Call([&] { return document_->getSheets(); });
@@ -112,14 +113,16 @@ class Document : public OfficeDocument {
     });
   }
 
-  void Store(const std::string& path) override {
+  std::string Bytes() override {
+    const PassingFile copy(connection_->NewFile(".xls"));
     connection_->Talk("Saving a workbook", [&] {
       const auto storable = connection_->Query<star::frame::XStorable>(document_);
       connection_->Call([&] {
-        storable->storeToURL(ToUno(FileUrl(path)),
+        storable->storeToURL(ToUno(FileUrl(copy.Path())),
                              Properties({Property("FilterName", Any(rtl::OUString("MS Excel 97")))}));
       });
     });
+    return copy.Read();
   }
 
   void Close() override {
@@ -188,18 +191,18 @@ Reference<star::lang::XComponent> Open(Connection& connection, const rtl::OUStri
 
 }  // namespace
 
-std::unique_ptr<OfficeDocument> AddDocument(const std::shared_ptr<Connection>& connection, int sheets) {
+std::unique_ptr<workbook::Document> AddDocument(const std::shared_ptr<Connection>& connection, int sheets) {
   const auto document = connection->Talk("Adding a workbook", [&] {
     const auto opened = Open(*connection, "private:factory/scalc", Properties({Property("Hidden", Any(true))}));
     return connection->Query<star::sheet::XSpreadsheetDocument>(opened);
   });
-  auto result = std::make_unique<Document>(connection, document);
+  auto result = std::make_unique<UnoDocument>(connection, document);
   result->SetSheetCount(sheets);
   return result;
 }
 
-std::unique_ptr<OfficeDocument> LoadDocument(const std::shared_ptr<Connection>& connection, const std::string& path,
-                                             const std::string& name) {
+std::unique_ptr<workbook::Document> LoadDocument(const std::shared_ptr<Connection>& connection, const std::string& path,
+                                                 const std::string& name) {
   auto* const refusal = new Refusal;
   const Reference<star::task::XInteractionHandler> handler(refusal);
   Reference<star::sheet::XSpreadsheetDocument> document;
@@ -216,7 +219,7 @@ std::unique_ptr<OfficeDocument> LoadDocument(const std::shared_ptr<Connection>& 
     // So ends the question for the password of a workbook of the newer format; of the older one it gives nothing.
     if (error.Number() != failure::kRefused || !refusal->askedForPassword) throw;
   }
-  if (document.is()) return std::make_unique<Document>(connection, document);
+  if (document.is()) return std::make_unique<UnoDocument>(connection, document);
   throw Failure(failure::kRefused,
                 name + (refusal->askedForPassword ? " is protected by a password" : " is damaged, or is no workbook"));
 }

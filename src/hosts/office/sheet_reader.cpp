@@ -138,7 +138,7 @@ void SheetReader::ReadFormats(const Range& sheet, CellGrid& grid) {
   for (sal_Int32 i = 0; i < count; ++i) {
     const auto ranges = connection_.Call([&] { return all->getByIndex(i); });
     const auto format = FormatOf(ranges);
-    if (format.text == kGeneralFormat) continue;
+    if (format.text == workbook::kGeneralFormat) continue;
     const auto addressed = connection_.Query<star::sheet::XSheetCellRanges>(ranges);
     for (const auto& area : AreasOf(connection_.Call([&] { return addressed->getRangeAddresses(); }))) {
       if (format.isLogical) {

@@ -7,8 +7,8 @@
 #include <map>
 #include <string>
 
-#include "hosts/office/cell_grid.h"
 #include "hosts/office/connection.h"
+#include "hosts/workbook/cell_grid.h"
 
 namespace quintara::office {
 

@@ -26,6 +26,8 @@ struct SpreadsheetSurroundings {
 ///
 /// Worksheets are read as a whole at their first use, and what is written goes out when it is needed, at the
 /// latest on saving. A workbook has the rows and columns of the format `.xls`, whatever it came from.
+/// - Files of `.xls`, of the newer format and of the XML form of 2003 are opened, whatever they are called; `.xls` is
+///   what is saved.
 /// - A text stays the text that was written, in whatever cell.
 /// - Dates are the numbers that their cells hold; what a formula finds to be true or false is 1 or 0.
 /// - `Copy` takes values and number formats along, and of a formula the value that it has.

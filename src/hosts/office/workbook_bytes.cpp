@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "base/failure.h"
+#include "base/xml.h"
 
 namespace quintara::office {
 namespace {
@@ -81,14 +82,22 @@ bool HasAllSectors(std::string_view bytes) {
   }
 }
 
+// LibreOffice takes what is cut off for an empty workbook.
+bool IsXmlWorkbook(const std::string& bytes) {
+  XmlDocument document;
+  return document.Parse(bytes) && BaseName(document.Root().name()) == "Workbook";
+}
+
 }  // namespace
 
 void RequireWorkbook(const std::string& bytes, const std::string& path) {
   if (bytes.starts_with(kPackage) || (bytes.starts_with(kCompound) && HasAllSectors(bytes))) return;
+  const bool isMarkup = bytes.find_first_not_of(" \t\r\n") == bytes.find('<') && !bytes.empty();
+  if (isMarkup && IsXmlWorkbook(bytes)) return;
   const auto* fault = "is no workbook";
   if (bytes.empty()) fault = "is empty";
   if (bytes.starts_with(kCompound)) fault = "is damaged: a part of the workbook is missing";
-  if (bytes.find_first_not_of(" \t\r\n") == bytes.find('<') && !bytes.empty()) fault = "is a page of text, no workbook";
+  if (isMarkup) fault = "is a page of text, no workbook";
   throw Failure(failure::kRefused, path + " " + fault);
 }
 

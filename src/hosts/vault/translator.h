@@ -1,21 +1,19 @@
 #pragma once
 
-#include <map>
 #include <memory>
 #include <string>
 
 #include "access/contracts/veldora_services.h"
+#include "hosts/translation/nls_texts.h"
 #include "hosts/vault/served.h"
 
 namespace quintara::vault {
 
-/// Texts out of NLS files: "NLS/LANGUAGE/Custom/APPENDIX/NAMESPACE/VERSION/NLS.xml" under the vault's
-/// base directory. Such a file holds, under a root of any name, one element for each text:
-/// `<Text Key="QD.FIND_CAPTION">Find</Text>`.
+/// Texts out of the NLS files under the vault's base directory.
 class TranslatorObject final : public Served<"VdTranslator", veldora::VdTranslator>,
                                public std::enable_shared_from_this<TranslatorObject> {
  public:
-  using Served::Served;
+  explicit TranslatorObject(std::shared_ptr<Core> core);
 
   void SetLanguage(const std::string& language) override;
   std::string Translate(const std::string& nameSpace, const std::string& key, const std::string& appendix,
@@ -24,13 +22,7 @@ class TranslatorObject final : public Served<"VdTranslator", veldora::VdTranslat
   Ref<veldora::VdTranslator> AsVdTranslator() override;
 
  private:
-  using Texts = std::map<std::string, std::string>;
-
-  std::string FileOf(const std::string& nameSpace, const std::string& appendix, const std::string& version) const;
-  const Texts& Loaded(const std::string& path);
-
-  std::string language_;
-  std::map<std::string, Texts> files_;
+  NlsTexts texts_;
 };
 
 }  // namespace quintara::vault

@@ -6,6 +6,7 @@
 #include "apps/quintara/vault_cli_fixture.h"
 #include "base/text.h"
 #include "hosts/cad/product_file.h"
+#include "hosts/desk/product_comparison.h"
 
 namespace quintara::test {
 namespace {

@@ -156,5 +156,25 @@ TEST_F(GateTest, ForgetsItsFaultsAndKeepsTheRecordWhenReset) {
   EXPECT_THAT(gate.Record(), ElementsAre("A.B"));
 }
 
+TEST_F(GateTest, LetsEverythingPassUnseenWhileItRests) {
+  gate.StartRecording();
+  gate.FailCall(1);
+  {
+    const Gate::Rest rest(gate);
+    EXPECT_EQ(Call("A.B"), 0);
+  }
+
+  EXPECT_NE(Call("C.D"), 0);
+  EXPECT_THAT(gate.Record(), ElementsAre("C.D"));
+}
+
+TEST_F(GateTest, RestsWithinARest) {
+  gate.FailCall(1);
+  const Gate::Rest outer(gate);
+  { const Gate::Rest inner(gate); }
+
+  EXPECT_EQ(Call("A.B"), 0);
+}
+
 }  // namespace
 }  // namespace quintara

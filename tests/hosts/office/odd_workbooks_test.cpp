@@ -1,7 +1,6 @@
-#include <cstdlib>
 #include <filesystem>
-#include <map>
 
+#include "hosts/office/foreign_workbook.h"
 #include "hosts/office/office_fixture.h"
 
 namespace quintara::test {
@@ -9,48 +8,13 @@ namespace {
 
 using testing::HasSubstr;
 
-constexpr const char* kDocument = R"(<?xml version="1.0" encoding="UTF-8"?>
-<office:document xmlns:office="urn:oasis:names:tc:opendocument:xmlns:office:1.0"
- xmlns:table="urn:oasis:names:tc:opendocument:xmlns:table:1.0" xmlns:text="urn:oasis:names:tc:opendocument:xmlns:text:1.0"
- xmlns:style="urn:oasis:names:tc:opendocument:xmlns:style:1.0" xmlns:of="urn:oasis:names:tc:opendocument:xmlns:of:1.2"
- xmlns:number="urn:oasis:names:tc:opendocument:xmlns:datastyle:1.0" office:version="1.2"
- office:mimetype="application/vnd.oasis.opendocument.spreadsheet"><office:automatic-styles>
-<number:date-style style:name="D"><number:day/><number:text>.</number:text><number:month/><number:text>.</number:text><number:year number:style="long"/></number:date-style>
-<number:boolean-style style:name="B"><number:boolean/></number:boolean-style>
-<style:style style:name="date" style:family="table-cell" style:data-style-name="D"/>
-<style:style style:name="boolean" style:family="table-cell" style:data-style-name="B"/>
-<style:style style:name="hidden" style:family="table"><style:table-properties table:display="false"/></style:style>
-</office:automatic-styles><office:body><office:spreadsheet>SHEETS</office:spreadsheet></office:body></office:document>
-)";
-
-std::string DocumentOf(const std::string& sheets) {
-  const std::string mark = "SHEETS";
-  std::string document = kDocument;
-  return document.replace(document.find(mark), mark.size(), sheets);
-}
-
 // Workbooks that the application itself can't make, made by LibreOffice of a text.
 class AnOddWorkbook : public Spreadsheet {
  protected:
-  // One with these tables, as a file of the format `extension`. Each is made once.
+  // One with these tables, as a file of the format `extension`.
   void Make(const std::string& sheets, const std::string& extension) const {
-    static const TemporaryFolder making;
-    static std::map<std::string, std::string> made;
-    auto& bytes = made[extension + sheets];
-    const auto file = "odd" + std::to_string(made.size());
-    if (bytes.empty()) {
-      making.Write(file + ".fods", DocumentOf(sheets));
-      const auto command = "cd '" + making.Path() +
-                           "' && timeout 120 " QUINTARA_OFFICE_PROGRAM
-                           "/soffice.bin --headless -env:UserInstallation=file://" +
-                           making.Path("profile") + " --convert-to " + extension + " " + file + ".fods >/dev/null 2>&1";
-      // With a new profile it may only make that.
-      for (int run = 0; run < 2 && !making.Has(file + "." + extension); ++run) {
-        ASSERT_NE(std::system(command.c_str()), -1);
-      }
-      ASSERT_TRUE(making.Has(file + "." + extension));
-      bytes = making.Read(file + "." + extension);
-    }
+    const auto bytes = ForeignWorkbook(sheets, extension);
+    ASSERT_FALSE(bytes.empty());
     folder.Write("odd." + extension, bytes);
   }
   void MakeAndOpen(const std::string& sheets, const std::string& extension = "xls") const {
@@ -171,29 +135,6 @@ TEST_F(AnOddWorkbook, CountsItsHiddenWorksheetsToo) {
   EXPECT_TRUE(Value("A1", 3).IsEmpty());
 }
 
-TEST_F(AnOddWorkbook, OfOneWorksheetHasNoSecond) {
-  app->SetSheetsInNewWorkbook(1);
-  app->Workbooks()->Add();
-  Reopen();
-
-  EXPECT_TRUE(Sheet(1));
-  EXPECT_EQ(NumberOf([&] { Sheet(2); }), 9);
-  EXPECT_EQ(NumberOf([&] { Sheet(0); }), 9);
-}
-
-TEST_F(AnOddWorkbook, FullToTheLastRowIsReadAndWritten) {
-  app->Workbooks()->Add();
-  Put("A1:A65536", 1.5);
-  Put("IV65536", "corner");
-
-  Reopen();
-
-  EXPECT_EQ(Value("A65536"), Variant(1.5));
-  EXPECT_EQ(Value("IV65536"), Variant("corner"));
-  EXPECT_TRUE(Value("B65536").IsEmpty());
-  EXPECT_EQ(Sheet()->Cells()->SpecialCells(excel::cell_type::kLastCell)->Row(), 65'536);
-}
-
 TEST_F(AnOddWorkbook, ThatIsCutOffFails) {
   const auto bytes = WorkbookWith("x");
 
@@ -216,29 +157,6 @@ TEST_F(AnOddWorkbook, WithABrokenMiddleFailsOrOpensButNeverHangs) {
   for (std::size_t at = 2048; at < 2560; ++at) bytes[at] = static_cast<char>(at * 7);
 
   EXPECT_EQ(OpenFailure(bytes, ""), 1004);
-}
-
-TEST_F(AnOddWorkbook, MayBeAFolderAndFails) {
-  const auto path = folder.Path("folder.xls");
-  std::filesystem::create_directory(path);
-
-  EXPECT_EQ(NumberOf([&] { app->Workbooks()->Open(path); }), 1004);
-  EXPECT_EQ(NumberOf([&] { app->Workbooks()->Open(""); }), 1004);
-}
-
-TEST_F(AnOddWorkbook, ThatIsReadOnlyIsReadButNotSaved) {
-  folder.Write("book.xls", WorkbookWith("x"));
-  const auto path = folder.Path("book.xls");
-  std::filesystem::permissions(path, std::filesystem::perms::owner_read);
-  app->Workbooks()->Open(path);
-  EXPECT_EQ(Value("A1"), Variant("x"));
-  Put("A1", "y");
-
-  EXPECT_EQ(NumberOf([&] { app->ActiveWorkbook()->Save(); }), 1004);
-
-  app->ActiveWorkbook()->Close(false);
-  app->Workbooks()->Open(path);
-  EXPECT_EQ(Value("A1"), Variant("x"));
 }
 
 }  // namespace

@@ -27,13 +27,16 @@ SpreadsheetSurroundings Surroundings() {
 }
 
 const office::Bridge& BridgeOf(const Ref<excel::Application>& application) {
-  return dynamic_cast<office::ApplicationObject&>(*application).TheSession().TheBridge();
+  const auto& session = dynamic_cast<workbook::ApplicationObject&>(*application).TheSession();
+  return dynamic_cast<const office::Bridge&>(session.TheEngine());
 }
 
-Spreadsheet::Spreadsheet() {
+Ref<excel::Application> SharedApplication() {
   if (!Shared()) Shared() = StartSpreadsheet(Surroundings());
-  app = Shared();
+  return Shared();
 }
+
+Spreadsheet::Spreadsheet() : app(SharedApplication()) {}
 
 Spreadsheet::~Spreadsheet() {
   TheGate()->Reset();

@@ -7,11 +7,11 @@
 #include <string>
 
 #include "access/contracts/spreadsheet.h"
-#include "base/attempt.h"
 #include "hosts/gate/gate.h"
 #include "hosts/native/native_files.h"
-#include "hosts/office/application.h"
 #include "hosts/office/spreadsheet_host.h"
+#include "hosts/workbook/application.h"
+#include "hosts/workbook/contract/fixture.h"
 #include "support/test_platform.h"
 
 namespace quintara::test {
@@ -20,20 +20,8 @@ namespace quintara::test {
 std::shared_ptr<Gate> TheGate();
 SpreadsheetSurroundings Surroundings();
 
-/// The number of the failure that `body` ends in, 0 without one.
-template <class Body>
-int NumberOf(Body&& body) {
-  ErrorState state;
-  Attempt(state, std::forward<Body>(body));
-  return state.number;
-}
-template <class Body>
-std::string DescriptionOf(Body&& body) {
-  ErrorState state;
-  Attempt(state, std::forward<Body>(body));
-  return state.description;
-}
-
+/// The application that the tests of this program share.
+Ref<excel::Application> SharedApplication();
 const office::Bridge& BridgeOf(const Ref<excel::Application>& application);
 
 /// A test on the shared application, with no workbook open at its beginning.

@@ -95,8 +95,8 @@ std::vector<std::string> VaultBase::PartNumbers(const Ref<veldora::VdObjects>& o
   return numbers;
 }
 
-std::string VaultBase::Dump() const {
-  vault::Database database(vault->Folder().connection);
+std::string DumpOf(const std::string& connection) {
+  vault::Database database(connection);
   const auto list = database.IsPostgres()
                         ? "SELECT tablename FROM pg_tables WHERE schemaname = current_schema() ORDER BY 1"
                         : "SELECT name FROM sqlite_master WHERE type = 'table' ORDER BY 1";

@@ -38,6 +38,9 @@ struct DatabaseName {
   }
 };
 
+/// All that the database of a vault holds, as text: equal dumps are equal vaults.
+std::string DumpOf(const std::string& connection);
+
 /// A vault of its own, with the user "admin" logged on.
 class VaultBase {
  public:
@@ -82,8 +85,7 @@ class VaultBase {
   void WriteWork(const std::string& name, const std::string& bytes) const { folder.Write("work/" + name, bytes); }
   std::string ReadWork(const std::string& name) const { return folder.Read("work/" + name); }
   bool WorkHas(const std::string& name) const { return folder.Has("work/" + name); }
-  /// All that the database holds, as text: equal dumps are equal vaults.
-  std::string Dump() const;
+  std::string Dump() const { return DumpOf(vault->Folder().connection); }
 
   TemporaryFolder folder;
   std::shared_ptr<Gate> gate = std::make_shared<Gate>();
