@@ -10,6 +10,7 @@ template <>
 struct Kind<AnyObject> : UsualKind {
   static constexpr std::string_view kName = "AnyObject";
   static constexpr bool kSharesIds = false;
+  static constexpr bool kIsOpen = true;
   using Base = void;
   using Operations =
       std::tuple<Call<"Name", &AnyObject::Name>, Put<"Name", &AnyObject::SetName>, Call<"Parent", &AnyObject::Parent>,

@@ -81,6 +81,7 @@ struct Kind<veldora::VdColumns> : UsualKind {
 template <>
 struct Kind<veldora::VdRecord> : UsualKind {
   static constexpr std::string_view kName = "VdRecord";
+  static constexpr bool kIsOpen = true;
   using Base = AnyObject;
   using Operations =
       std::tuple<Call<"Value", &veldora::VdRecord::Value>, Call<"ValueAsInteger", &veldora::VdRecord::ValueAsInteger>,

@@ -9,6 +9,7 @@ template <>
 struct Kind<zorva::Collection> : UsualKind {
   static constexpr std::string_view kName = "Collection";
   static constexpr bool kSharesIds = false;
+  static constexpr bool kIsOpen = true;
   using Base = AnyObject;
   using Operations = std::tuple<Call<"Count", &zorva::Collection::Count>>;
 };
@@ -54,6 +55,7 @@ struct Kind<zorva::Document> : UsualKind {
   static constexpr std::string_view kName = "Document";
   static constexpr std::string_view kTelltale = "FullName";
   static constexpr bool kSharesIds = false;
+  static constexpr bool kIsOpen = true;
   using Base = AnyObject;
   using Operations = std::tuple<Call<"Selection", &zorva::Document::Selection>, Call<"Close", &zorva::Document::Close>,
                                 Call<"FullName", &zorva::Document::FullName>>;

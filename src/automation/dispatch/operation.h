@@ -45,6 +45,8 @@ struct UsualKind {
   static constexpr std::string_view kTelltale = {};
   /// All objects of the kind answer under the same ids, so that one of them speaks for all.
   static constexpr bool kSharesIds = true;
+  /// An object of the kind may be of one that is derived from it, and has to be asked before it goes out.
+  static constexpr bool kIsOpen = false;
 };
 
 template <class Pointer>

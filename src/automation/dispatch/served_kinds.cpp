@@ -5,6 +5,7 @@
 #include <utility>
 #include <vector>
 
+#include "automation/dispatch/kinds_control.h"
 #include "automation/dispatch/late_bound.h"
 #include "automation/dispatch/served_kind.h"
 
@@ -58,6 +59,7 @@ template <auto Member>
 struct Runner;
 template <class Contract, class Given, class... Taken, Given (Contract::*Member)(Taken...)>
 struct Runner<Member> {
+  using Result = Given;
   static constexpr std::size_t kArity = sizeof...(Taken);
 
   static Value Run(AnyObject& object, std::span<const VARIANT> arguments) {
@@ -83,11 +85,26 @@ struct Runner<Member> {
   }
 };
 
+template <class Given>
+struct KindGiven {
+  static constexpr const ServedKind& (*kKind)() = nullptr;
+};
+template <class Contract>
+struct KindGiven<Ref<Contract>> {
+  static constexpr const ServedKind& (*kKind)() = KindServed<Contract>;
+};
+
+template <class Operation>
+ServedOperation Served() {
+  using Member = Runner<Operation::kMember>;
+  using Given = typename Member::Result;
+  return {Operation::kName, Operation::kUse,         Member::kArity,
+          Member::Run,      KindGiven<Given>::kKind, !std::is_void_v<Given>};
+}
+
 template <class... Operations>
 void AddOperations(std::vector<ServedOperation>& all, std::tuple<Operations...> /*added*/) {
-  (all.push_back(
-       {Operations::kName, Operations::kUse, Runner<Operations::kMember>::kArity, Runner<Operations::kMember>::Run}),
-   ...);
+  (all.push_back(Served<Operations>()), ...);
 }
 
 template <class Contract>
@@ -102,12 +119,13 @@ std::vector<ServedOperation> AllOperations() {
 
 template <class Contract>
 const ServedKind& KindServed() {
-  static const ServedKind kind(Kind<Contract>::kName, AllOperations<Contract>());
+  static const ServedKind kind(Kind<Contract>::kName, Kind<Contract>::kIsOpen, AllOperations<Contract>());
   return kind;
 }
 
 template const ServedKind& KindServed<AnyObject>();
 template const ServedKind& KindServed<FileSystemObject>();
+template const ServedKind& KindServed<HostsControl>();
 template const ServedKind& KindServed<zorva::Collection>();
 template const ServedKind& KindServed<zorva::Application>();
 template const ServedKind& KindServed<zorva::Window>();

@@ -14,6 +14,7 @@ namespace quintara::native {
 namespace {
 
 constexpr std::size_t kBlock = 65536;
+constexpr std::size_t kUsualValue = 256;
 constexpr std::size_t kLongestWrite = 1U << 20U;
 
 int FlagsOf(FileHandle::Use use) {
@@ -113,9 +114,16 @@ std::error_code ReplaceUnsynced(const std::filesystem::path& from, const std::fi
 
 void SyncFolder(const std::filesystem::path& /*folder*/) {}
 
+// The process's own, not the C library's copy of it, which the program that we are loaded into doesn't keep up.
 std::string EnvironmentValue(const std::string& name) {
-  const wchar_t* const value = ::_wgetenv(ToPath(name).c_str());
-  return value == nullptr ? std::string() : FromPath(value);
+  const auto wide = ToPath(name);
+  std::wstring value(kUsualValue, L'\0');
+  while (true) {
+    const auto length = ::GetEnvironmentVariableW(wide.c_str(), value.data(), static_cast<DWORD>(value.size()));
+    const bool fits = length < value.size();
+    value.resize(length);
+    if (fits) return FromPath(value);
+  }
 }
 
 std::string DecimalSeparator() {
