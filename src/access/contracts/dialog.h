@@ -147,7 +147,7 @@ class View {
   /// Shows it and waits until it is hidden or unloaded. Modal to the dialog that is shown, if there is one.
   virtual void ShowModal() = 0;
   virtual void Hide() = 0;
-  /// Shows it above the windows of all programs, at that place and size in pixels, and goes on.
+  /// Shows it above the windows of all programs, at that place and size in pixels of an ordinary screen, and goes on.
   virtual void ShowOnTop(int left, int top, int width, int height) = 0;
   /// Draws a control at once.
   virtual void Redraw(const std::string& control) = 0;
