@@ -5,9 +5,9 @@
 #include "base/arrays.h"
 #include "matrix/Cls_Matrice.h"
 #include "matrix/child_part_numbers.h"
+#include "matrix/matrix_of_wip.h"
 #include "matrix/matrix_workbook.h"
 #include "positioning/free_positions.h"
-#include "matrix/matrix_of_wip.h"
 #include "services/Cls_Init.h"
 
 namespace quintara {

@@ -6,9 +6,9 @@
 #include "access/session/process.h"
 #include "access/utils/messages.h"
 #include "matrix/Cls_Matrice.h"
+#include "matrix/matrix_of_wip.h"
 #include "matrix/matrix_workbook.h"
 #include "positioning/flat_list.h"
-#include "matrix/matrix_of_wip.h"
 #include "positioning/opened_workbook.h"
 #include "services/Cls_Init.h"
 

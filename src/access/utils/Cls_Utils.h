@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -192,6 +193,8 @@ class Cls_Utils {
   /// Shows a failure to those who debug: only while the environment variable "DEBUG" is "true",
   /// capitals ignored.
   void GetError(const std::string& FunctionName, const ErrorState& error);
+  /// The same for an error that is read only when it is shown; what `error` throws goes to the caller.
+  void GetError(const std::string& FunctionName, const std::function<ErrorState()>& error);
 
  private:
   friend class UtilsInternals;  // the tests' way to the private operations

@@ -49,9 +49,14 @@ std::string Cls_Utils::GetMessage(const std::string& Message, const std::vector<
 }
 
 void Cls_Utils::GetError(const std::string& FunctionName, const ErrorState& error) {
+  GetError(FunctionName, [&] { return error; });
+}
+
+void Cls_Utils::GetError(const std::string& FunctionName, const std::function<ErrorState()>& error) {
   if (!MatchesPattern("true", ThePlatform().Environment("DEBUG"))) return;
+  const auto state = error();
   ThePlatform().ShowBox("Following Error has occured in ''" + FunctionName + "''\rNumber      : " +
-                            std::to_string(error.number) + "\rDescription : " + error.description,
+                            std::to_string(state.number) + "\rDescription : " + state.description,
                         box::kCritical, kTitle);
 }
 
