@@ -16,6 +16,12 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND NOT CMAKE_DISABLE_PRECOMPILE_HEADERS
   add_compile_options(-fpch-preprocess)
 endif()
 
+if(WIN32)
+  # What is built twice is the same to the byte: no time of its making, and no symbols, whose names are partly drawn
+  # by lot.
+  add_link_options(-s -Wl,--no-insert-timestamp)
+endif()
+
 if(QUINTARA_SANITIZE)
   add_compile_options(-fsanitize=${QUINTARA_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
   add_link_options(-fsanitize=${QUINTARA_SANITIZE})

@@ -3,7 +3,7 @@
 set(QUINTARA_WINDOWS_SOURCES "${CMAKE_SOURCE_DIR}/build/windows-sources/unpacked"
     CACHE PATH "Folder with the sources of pugixml, SOCI, SQLite and utf8proc")
 
-enable_language(C)
+enable_language(C RC)
 set(BUILD_SHARED_LIBS OFF)
 
 # Our warnings are not theirs.
@@ -28,9 +28,11 @@ quintara_foreign(sqlite3)
 
 # Not by its own project, which is an old one that sets the flags of all others.
 set(soci ${QUINTARA_WINDOWS_SOURCES}/soci)
-file(WRITE ${CMAKE_BINARY_DIR}/foreign/soci/soci/soci-config.h
-     "#define SOCI_HAVE_CXX11 1\n#define SOCI_HAVE_SQLITE3\n")
-file(WRITE ${CMAKE_BINARY_DIR}/foreign/soci/soci_backends_config.h "#define DEFAULT_BACKENDS_PATH \".\"\n")
+# Written only when they change, else each configuration would make it anew.
+file(CONFIGURE OUTPUT ${CMAKE_BINARY_DIR}/foreign/soci/soci/soci-config.h
+     CONTENT "#define SOCI_HAVE_CXX11 1\n#define SOCI_HAVE_SQLITE3\n")
+file(CONFIGURE OUTPUT ${CMAKE_BINARY_DIR}/foreign/soci/soci_backends_config.h
+     CONTENT "#define DEFAULT_BACKENDS_PATH \".\"\n")
 function(quintara_soci target folder)
   list(TRANSFORM ARGN PREPEND ${soci}/src/${folder}/)
   list(TRANSFORM ARGN APPEND .cpp)

@@ -15,11 +15,12 @@ build() {
   ) 9>"$folder/lock"
 }
 
-# run_ctest PRESET: runs the preset's tests; how many passed and failed goes to build/results.
+# run_ctest PRESET [SWITCHES]: runs the preset's tests; how many passed and failed goes to build/results.
 run_ctest() {
   local preset=$1 status=0 logs=$root/build/$1/Testing/Temporary
+  shift
   rm -f "$logs"/LastTest*.log
-  (cd "$root" && ctest --preset "$preset" --parallel "$jobs") || status=$?
+  (cd "$root" && ctest --preset "$preset" --parallel "$jobs" "$@") || status=$?
   mkdir -p "$root/build/results"
   "$root/tools/count_tests" "$logs" >"$root/build/results/$preset"
   return "$status"

@@ -11,9 +11,9 @@ packages_bench="libbenchmark-dev"
 packages_pictures="xvfb libgl1-mesa-dri"
 packages_data="npm=npm"
 packages_fuzz="clang-16 libclang-rt-16-dev"
-packages_check="clang-format-14 clang-tidy-16 shellcheck"
-packages_windows="g++ g++-mingw-w64-x86-64-posix wine64 googletest dpkg-dev make=make tclsh=tcl
-  cmake ninja-build ccache nlohmann-json3-dev"
+packages_check="clang-format-14 clang-tidy-16 shellcheck python3=python3"
+packages_windows="g++ g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix mingw-w64-tools wine64 libwine-dev nsis fonts-wine xvfb
+  googletest dpkg-dev make=make tclsh=tcl python3=python3 cmake ninja-build ccache nlohmann-json3-dev"
 
 # missing_packages GROUP...: the packages of these groups that are not installed.
 missing_packages() {
