@@ -16,7 +16,6 @@ namespace quintara {
 namespace {
 
 using veldora::VdObject;
-using zorva::Product;
 
 constexpr bool kDontSave = false;
 
