@@ -51,8 +51,16 @@ on_screen() {
 wine_prefix() {
   local folder=$root/build/$1
   [ -f "$folder/ready" ] || new_prefix "$folder" "$root/$2"
-  [ -f "$folder/desktop" ] || "$3" "$folder" "$root/$2"
-  : >"$folder/desktop"
+  [ -d "$folder/clean" ] || "$3" "$folder" "$root/$2"
+  [ -d "$folder/clean" ] || keep_registry "$folder"
+}
+
+# The registry as it is before any test, which those copy that compare it; all is in the files once the server ends.
+keep_registry() {
+  WINEPREFIX=$1 timeout 120 /usr/lib/wine/wineserver64 -w
+  mkdir -p "$1/clean.new"
+  cp "$1"/{system,user,userdef}.reg "$1/clean.new/"
+  mv "$1/clean.new" "$1/clean"
 }
 
 new_prefix() {
@@ -74,7 +82,6 @@ new_prefix() {
 # The 32-bit half of this Wine has no driver for screens: windows are there, but nothing is drawn.
 no_screen() {
   quiet "$1.log" "$2" reg add 'HKCU\Software\Wine\Drivers' /v Graphics /d null /f
-  WINEPREFIX=$1 timeout 120 /usr/lib/wine/wineserver64 -w # only then all is in the files that tests copy
 }
 
 # wine_desktop FOLDER RUNNER: what windows need in a prefix. Nobody manages them on a screen in memory, and Wine would
