@@ -129,8 +129,14 @@ bool IsDeclarationInOrder(XmlNode declaration) {
   return !attribute;
 }
 
-Fault FaultInDeclaration(XmlNode declaration) {
-  if (!IsDeclarationInOrder(declaration)) return "the XML declaration is not well-formed";
+// The library also ends it at "/>", and then takes tags that stand before its "?>".
+bool IsDeclarationClosed(std::string_view bytes) {
+  return bytes.substr(0, bytes.find("?>")).find('<', 1) == bytes.npos;
+}
+
+Fault FaultInDeclaration(XmlNode declaration, std::string_view bytes) {
+  if (!IsDeclarationClosed(bytes) || !IsDeclarationInOrder(declaration))
+    return "the XML declaration is not well-formed";
   const std::string encoding = Capitals(declaration.attribute("encoding").value());
   if (encoding.empty() || encoding == "UTF-8" || encoding == "US-ASCII") return {};
   return "the encoding is " + encoding + ", only UTF-8 is accepted";
@@ -182,7 +188,7 @@ Fault FaultInTree(XmlNode document, std::string_view bytes) {
   const XmlNode first = document.first_child();
   const bool declared = first.type() == pugi::node_declaration && bytes.starts_with("<?xml");
   if (declared) {
-    if (auto fault = FaultInDeclaration(first)) return fault;
+    if (auto fault = FaultInDeclaration(first, bytes)) return fault;
   }
   if (NeedsWalk(bytes, tags.sections - (declared ? 1 : 0))) {
     for (auto node = first; node; node = NextInDocumentOrder(node, document)) {

@@ -83,6 +83,13 @@ TEST(XmlDocument, RefusesADeclarationThatIsNotWellFormed) {
   }
 }
 
+TEST(XmlDocument, RefusesADeclarationThatEndsLikeATag) {
+  EXPECT_FALSE(Parses("<?xml version='1.0'/><a/>"));
+  EXPECT_FALSE(Parses("<?xml version='1.0'/>?><a/>"));
+  EXPECT_FALSE(Parses("<?xml version='1.0'/><a><?b ?></a>"));
+  EXPECT_FALSE(Parses("<?xml version='1.0'/><a b='1' b='2'><?c ?></a>"));
+}
+
 TEST(XmlDocument, RefusesADocumentType) {
   EXPECT_FALSE(Parses("<!DOCTYPE a><a/>"));
   EXPECT_FALSE(Parses("<!DOCTYPE a [<!ENTITY b 'c'>]><a>&b;</a>"));

@@ -95,7 +95,8 @@ class WindowView final : public dialog::View, public std::enable_shared_from_thi
   void PlaceControls();
   RECT PlaceOf(const ViewItem& item);
   void OnSize();
-  void OnSizing(RECT& proposed);
+  void OnSizing(RECT& proposed, WPARAM edge);
+  int MostPixels() const;
   void KeepWithinNumbers(WINDOWPOS& change) const;
   void OnDpiChanged(const RECT& suggested);
 
@@ -120,6 +121,7 @@ class WindowView final : public dialog::View, public std::enable_shared_from_thi
   void Disappear();
   HWND Owner();
   void Destroy();
+  void LetGo(HWND window);
   void StartTimers();
   void StopTimers();
 

@@ -101,10 +101,10 @@ std::optional<LRESULT> WindowView::OnMessage(UINT message, WPARAM first, LPARAM 
   }
 }
 
-std::optional<LRESULT> WindowView::OnGeometry(UINT message, WPARAM /*first*/, LPARAM second) {
+std::optional<LRESULT> WindowView::OnGeometry(UINT message, WPARAM first, LPARAM second) {
   switch (message) {
     case WM_SIZE: OnSize(); return {};
-    case WM_SIZING: OnSizing(*reinterpret_cast<RECT*>(second)); return TRUE;
+    case WM_SIZING: OnSizing(*reinterpret_cast<RECT*>(second), first); return TRUE;
     case WM_WINDOWPOSCHANGING: KeepWithinNumbers(*reinterpret_cast<WINDOWPOS*>(second)); return {};
     case WM_GETMINMAXINFO: {
       // A dialog that its owner wants larger than the screen is so.

@@ -32,6 +32,20 @@ RECT Centred(const RECT& area, SIZE size) {
   return {left, top, left + size.cx, top + size.cy};
 }
 
+// The edges that are dragged go no further than a place or a size may.
+void BoundDrag(RECT& edges, WPARAM edge, LONG most) {
+  if (edge == WMSZ_LEFT || edge == WMSZ_TOPLEFT || edge == WMSZ_BOTTOMLEFT) {
+    edges.left = std::max({edges.left, -most, edges.right - most});
+  } else {
+    edges.right = std::min(edges.right, edges.left + most);
+  }
+  if (edge == WMSZ_TOP || edge == WMSZ_TOPLEFT || edge == WMSZ_TOPRIGHT) {
+    edges.top = std::max({edges.top, -most, edges.bottom - most});
+  } else {
+    edges.bottom = std::min(edges.bottom, edges.top + most);
+  }
+}
+
 }  // namespace
 
 // Counts the changes that wait for the last one of them.
@@ -253,8 +267,9 @@ void WindowView::OnSize() {
 }
 
 // Whoever owns the dialog has the last word before it gets the size that the user drags it to.
-void WindowView::OnSizing(RECT& proposed) {
+void WindowView::OnSizing(RECT& proposed, WPARAM edge) {
   if (!isReady_ || !isLoaded_) return;
+  BoundDrag(proposed, edge, MostPixels());
   isDragged_ = true;
   NoteEdges({proposed.left + borders_.left, proposed.top + borders_.top, proposed.right - borders_.right,
              proposed.bottom - borders_.bottom});
@@ -263,9 +278,13 @@ void WindowView::OnSizing(RECT& proposed) {
   if (isLoaded_) proposed = WithBorders(seen_);
 }
 
+int WindowView::MostPixels() const {
+  return scale_.PlaceInPixels(kMostTwips - Scale::kTwipsOfPixel);
+}
+
 void WindowView::KeepWithinNumbers(WINDOWPOS& change) const {
   if (isPlacing_ || !isReady_) return;
-  const int most = scale_.PlaceInPixels(kMostTwips - Scale::kTwipsOfPixel);
+  const int most = MostPixels();
   if ((change.flags & SWP_NOMOVE) == 0) {
     change.x = std::clamp(change.x, -most, most - static_cast<int>(borders_.left));
     change.y = std::clamp(change.y, -most, most - static_cast<int>(borders_.top));
@@ -280,8 +299,9 @@ void WindowView::KeepWithinNumbers(WINDOWPOS& change) const {
 void WindowView::OnDpiChanged(const RECT& suggested) {
   if (!isReady_ || !isLoaded_) return;
   scale_ = ScaleHere();
-  box_.left = scale_.PlaceInTwips(suggested.left + borders_.left);
-  box_.top = scale_.PlaceInTwips(suggested.top + borders_.top);
+  const int most = MostPixels();
+  box_.left = scale_.PlaceInTwips(std::clamp(static_cast<int>(suggested.left + borders_.left), -most, most));
+  box_.top = scale_.PlaceInTwips(std::clamp(static_cast<int>(suggested.top + borders_.top), -most, most));
   Rescale();
   PlaceWindow(nullptr, SWP_NOZORDER | SWP_NOACTIVATE);
   if (isShown_) NoteBorders();

@@ -130,8 +130,17 @@ void WindowView::Destroy() {
   for (auto& item : items_) {
     if (item.tree) item.tree->RemoveRows();
   }
-  SetWindowLongPtrW(gone, DWLP_USER, 0);
+  LetGo(gone);
   DestroyWindow(gone);
+}
+
+// The controls answer for themselves again, and give back what they hold: this may be gone by then.
+void WindowView::LetGo(HWND window) {
+  for (auto& item : items_) {
+    if (item.former == nullptr) continue;
+    SetWindowLongPtrW(item.window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(std::exchange(item.former, nullptr)));
+  }
+  SetWindowLongPtrW(window, DWLP_USER, 0);
 }
 
 // The toolkit takes it away, perhaps with its owner.
@@ -142,7 +151,7 @@ void WindowView::OnDestroyed() {
   }
   isShown_ = false;
   others_.reset();
-  window_ = nullptr;
+  LetGo(std::exchange(window_, nullptr));
   Deliver([this](dialog::Events& events) {
     isLoaded_ = false;
     events.OnUnloaded();

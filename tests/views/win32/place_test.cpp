@@ -17,9 +17,9 @@ class APlacedDialog : public OnDesktop {
   void MakeSize(int width, int height) {
     SetWindowPos(sample.window, nullptr, 0, 0, width, height, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
   }
-  RECT Drag(const RECT& proposed) {
+  RECT Drag(const RECT& proposed, WPARAM edge = WMSZ_BOTTOMRIGHT) {
     RECT edges = proposed;
-    SendMessageW(sample.window, WM_SIZING, WMSZ_BOTTOMRIGHT, reinterpret_cast<LPARAM>(&edges));
+    SendMessageW(sample.window, WM_SIZING, edge, reinterpret_cast<LPARAM>(&edges));
     return edges;
   }
   int Width() const {
@@ -182,6 +182,23 @@ TEST_F(APlacedDialog, HoldsItsRightEdgeWhereItsOwnerSaysSoWhileTheLeftOneIsDragg
 
   EXPECT_TRUE(EqualRect(&edges, &seen));
   EXPECT_EQ(View().BoxOf(""), before);
+}
+
+TEST_F(APlacedDialog, IsDraggedNoLargerThanTheNumbersThatItsOwnerKeeps) {
+  const auto seen = EdgesOf(sample.window);
+
+  const auto wide = Drag({seen.left, seen.top, seen.right + 12000, seen.bottom + 12000});
+  EXPECT_EQ(wide.left, seen.left);
+  EXPECT_EQ(wide.top, seen.top);
+  EXPECT_LE(View().BoxOf("").width, 32767);
+  EXPECT_LE(View().BoxOf("").height, 32767);
+
+  const auto upward = Drag({seen.left - 12000, seen.top - 12000, seen.right, seen.bottom}, WMSZ_TOPLEFT);
+  EXPECT_EQ(upward.right, seen.right);
+  EXPECT_EQ(upward.bottom, seen.bottom);
+  EXPECT_GE(View().BoxOf("").left, -32767);
+  EXPECT_GE(View().BoxOf("").top, -32767);
+  EXPECT_LE(View().BoxOf("").width, 32767);
 }
 
 TEST_F(APlacedDialog, MovesItsControlsWithItsSizeOnlyWhenAllArePlaced) {

@@ -256,6 +256,41 @@ TEST_F(AShownDialog, IsUnloadedWhenTheDesktopTakesItsWindow) {
   EXPECT_THAT(Events().calls, ElementsAre("OnUnloaded"));
 }
 
+TEST_F(AShownDialog, MayEndWithTheWindowThatTheDesktopTakes) {
+  const auto window = sample.window;
+  std::weak_ptr<dialog::View> last = sample.view;
+  Events().unloaded = [&] { sample.view.reset(); };
+  View().ShowOnTop(10, 10, 300, 200);
+
+  DestroyWindow(window);
+
+  EXPECT_TRUE(last.expired());
+}
+
+TEST_F(AShownDialog, LeavesItsControlsToTheirOwnEnd) {
+  const auto tree = sample.Window("Tree1");
+  const auto ofClass = reinterpret_cast<WNDPROC>(GetClassLongPtrW(tree, GCLP_WNDPROC));
+  static WNDPROC atTheEnd;
+  static HWND watched;
+  atTheEnd = nullptr;
+  watched = tree;
+  const auto hook = SetWindowsHookExW(
+      WH_CALLWNDPROC,
+      [](int code, WPARAM first, LPARAM second) -> LRESULT {
+        const auto& message = *reinterpret_cast<const CWPSTRUCT*>(second);
+        if (message.hwnd == watched && message.message == WM_NCDESTROY) {
+          atTheEnd = reinterpret_cast<WNDPROC>(GetWindowLongPtrW(watched, GWLP_WNDPROC));
+        }
+        return CallNextHookEx(nullptr, code, first, second);
+      },
+      nullptr, GetCurrentThreadId());
+
+  View().Unload();
+  UnhookWindowsHookEx(hook);
+
+  EXPECT_EQ(atTheEnd, ofClass);
+}
+
 // One dialog over another.
 
 class ADialogOverAnother : public AShownDialog {
