@@ -95,6 +95,7 @@ void Driver::Close() {
 }
 
 void Driver::ClickNode(const Words& path, Button button, int times) {
+  WaitUntilInFront();
   RemoteTree tree(Tree());
   Click(tree.Window(), MiddleOf(tree.Show(tree.Find(path))), button, times, time_);
 }
