@@ -42,6 +42,15 @@ INPUT Mouse(DWORD flags) {
   return input;
 }
 
+// The screen may still tell of where the pointer was before, so a button tells where it is itself.
+INPUT MouseAt(POINT point, DWORD flags) {
+  const auto part = [](LONG place, int size) { return static_cast<LONG>(((LONGLONG{place} << 16) + size - 1) / size); };
+  auto input = Mouse(flags | MOUSEEVENTF_MOVE | MOUSEEVENTF_ABSOLUTE);
+  input.mi.dx = part(point.x, GetSystemMetrics(SM_CXSCREEN));
+  input.mi.dy = part(point.y, GetSystemMetrics(SM_CYSCREEN));
+  return input;
+}
+
 void Send(std::vector<INPUT> inputs) {
   const auto count = static_cast<UINT>(inputs.size());
   if (SendInput(count, inputs.data(), sizeof(INPUT)) != count) throw Failed("the system takes no input");
@@ -170,8 +179,8 @@ void Click(HWND window, POINT point, Button button, int times, std::chrono::mill
   SetCursorPos(point.x, point.y);
   const bool isLeft = button == Button::kLeft;
   for (int i = 0; i < times; ++i) {
-    Send({Mouse(isLeft ? MOUSEEVENTF_LEFTDOWN : MOUSEEVENTF_RIGHTDOWN),
-          Mouse(isLeft ? MOUSEEVENTF_LEFTUP : MOUSEEVENTF_RIGHTUP)});
+    Send({MouseAt(point, isLeft ? MOUSEEVENTF_LEFTDOWN : MOUSEEVENTF_RIGHTDOWN),
+          MouseAt(point, isLeft ? MOUSEEVENTF_LEFTUP : MOUSEEVENTF_RIGHTUP)});
   }
   watch.WaitUntilTaken(time);
 }
