@@ -1,5 +1,5 @@
-' Shows how failures reach a script. A command shows them to the user and never fails; a service that has no handler of
-' its own hands them to its caller.
+' Shows how failures reach a script. Commands show them to the user, all but Cls_ReplaceByLatestLWT; a service that has
+' no handler of its own hands them to its caller. A command fails where another one runs already.
 Option Explicit
 
 Dim session, utils

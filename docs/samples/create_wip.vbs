@@ -12,7 +12,7 @@ Set cad = GetObject(, "ZORVA.Application")
 Set selection = control.SelectedRecords(WScript.Arguments(0))
 
 ' The panel opens here, and Run comes back when the user has closed it. What goes wrong is told to the user by Run
-' itself: it never fails.
+' itself; it fails only where another command runs already.
 Set command = CreateObject("Quintara.Cls_Application")
 command.Run selection
 
